@@ -1,0 +1,15 @@
+// The one place where events become key strings.
+#pragma once
+
+#include "app/input_event.h"
+
+#include <string>
+#include <vector>
+
+// The key strings that an event stands for, in order; none for most. Printable characters come from text events (so that
+// layout, dead keys and Caps Lock have had their say), everything else from key-down events: Control with a letter gives
+// its control character whatever Caps Lock says; text that arrives with Control or Alt held is no typing.
+std::vector<std::string> key_strings(const InputEvent& event);
+
+// One character of code page 437 for a Unicode character; 0 when the page has none.
+unsigned char code_page_437(char32_t character);

@@ -1,0 +1,1 @@
+#include "app/line_edit.h"

@@ -1,0 +1,1 @@
+#include "app/menu_bar.h"

@@ -1,0 +1,1 @@
+#include "app/scripted_backend.h"

@@ -1,0 +1,10 @@
+// The window of SDL: the only file that knows the library.
+#pragma once
+
+#include "app/backend.h"
+
+#include <memory>
+#include <string>
+
+// `icon_path` names a PNG-free 32-bit TGA picture for the window, shown when it can be read.
+std::unique_ptr<Backend> make_sdl_backend(const std::string& icon_path);

@@ -1,0 +1,1 @@
+#include "dash/bitmap_file.h"

@@ -1,0 +1,38 @@
+// The dashboard bitmap file (".vsh"): an archive whose every resource is one 8-bit bitmap with a 16-byte header.
+//
+//   0  u16 width   2  u16 height   4  u16 word 3   6  u16 word 4   8  u16 relative x   10  u16 relative y
+//   12 four flag bytes   16 width x height palette indices
+#pragma once
+
+#include "formats/byte_writer.h"
+#include "model/bitmap_table.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// The bitmaps of a file, in file order, without previews. A resource whose pixels the file does not hold whole keeps its
+// size; the missing pixels are 0. Entries that the file's tables do not hold are left out.
+struct BitmapFile {
+    std::vector<BitmapRecord> bitmaps;
+    bool cut = false; // pixels would have needed more memory than any sound file does
+};
+BitmapFile decode_bitmap_file(std::span<const std::byte> file);
+
+// The bytes of a file of all entries of BITMAP that belong to the first file (dashboard) or the second (dots, knob and
+// digits), in table order.
+enum class BitmapSet { dashboard, dots_and_digits };
+Bytes encode_bitmap_file(BitmapSet set);
+// Which set a path stands for: the dashboard when its file name begins with "stda" in any case.
+BitmapSet bitmap_set_for(std::string_view path);
+// "/id/id/.../": the ids of a set.
+std::string_view bitmap_set_ids(BitmapSet set);
+
+// Merges the file's bitmaps into BITMAP, replacing those of the same id, resolves the positions and binds the items. "File
+// not found" changes nothing; what finds no room in the table is left out and reported as "Too large, cut to fit".
+void LOADVSH(const std::string& filename);
+void SAVEVSH(const std::string& filename);

@@ -1,0 +1,1 @@
+#include "dash/items.h"

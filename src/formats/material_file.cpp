@@ -1,0 +1,1 @@
+#include "formats/material_file.h"

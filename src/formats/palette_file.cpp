@@ -1,0 +1,1 @@
+#include "formats/palette_file.h"

@@ -1,0 +1,1 @@
+#include "formats/parameter_file.h"

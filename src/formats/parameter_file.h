@@ -1,0 +1,31 @@
+// The car's parameter file (".res"): an archive of "simd" (776 parameter bytes), "gnam", "gsna" and "edes" (texts ended
+// by a zero byte).
+#pragma once
+
+#include "formats/byte_writer.h"
+#include "model/parameters.h"
+
+#include <array>
+#include <cstddef>
+#include <span>
+#include <string>
+
+struct ParameterFile {
+    std::array<std::byte, parameter_bytes> par{};
+    std::string name, sign_name, information;
+
+    bool operator==(const ParameterFile&) const = default;
+};
+
+// Fills `car` from the bytes of a parameter file. Resources may stand in any order, unknown ones are skipped, missing
+// ones leave their field as it was; of two with one id both act, in order. The name texts are read up to 255 bytes, the
+// description up to 1023, each cut before its first zero byte. Never fails: a damaged file gives what it holds.
+void decode_parameter_file(std::span<const std::byte> file, ParameterFile& car);
+Bytes encode_parameter_file(const ParameterFile& car);
+
+// Reads the file into PAR, CARNAME, CARSIGNNAME and CARINFO, classifies the mass and sets the window's title. A file that
+// is missing or cannot be read reports "File not found" and changes nothing.
+void LOADRES(const std::string& filename);
+// Writes the four resources from the same globals. Reports "Invalid file name" or "Write error"; what was on the disk then
+// stays as it was.
+void SAVERES(const std::string& filename);

@@ -1,0 +1,1 @@
+#include "formats/resource_archive.h"

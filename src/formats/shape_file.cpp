@@ -1,0 +1,1 @@
+#include "formats/shape_file.h"

@@ -1,0 +1,42 @@
+// The car's shape file (".3sh"): an archive of three car models "car0" .. "car2" and four explosion models "exp0" ..
+// "exp3".
+#pragma once
+
+#include "formats/byte_writer.h"
+#include "model/car.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+
+constexpr int shape_file_models = 7;
+constexpr std::uint32_t all_shapes = 65535;
+
+struct ShapeFile {
+    std::array<SHAPEMODEL, shape_file_models> models{}; // car0, car1, car2, exp0 .. exp3
+    std::uint8_t paint_jobs = 0;                        // 0 .. 255 as the file has it
+
+    bool operator==(const ShapeFile&) const = default;
+};
+
+// Scale of the k-th model of the file.
+double shape_scale(int model);
+// Resource id of the k-th model of the file.
+std::string shape_id(int model);
+
+// Fills the models whose bit of `mask` is set (bit 0 .. 2 car, 3 .. 6 explosion) from the bytes of a shape file; paint_jobs
+// becomes that of the last model read. What the file does not hold keeps its value. Only the first 16 entries of the
+// archive are seen. A model whose id is missing is read on from where the reading before it ended.
+void decode_shape_file(std::span<const std::byte> file, std::uint32_t mask, ShapeFile& shapes);
+Bytes encode_shape_file(const ShapeFile& shapes);
+
+// The file's integer for a model coordinate: divided by the scale, rounded to the nearest whole number, ties to even, its
+// low 16 bits kept. Not-a-number and infinities give 0.
+std::uint16_t file_coordinate(double coordinate, double scale);
+
+// Reads the models that `mask` selects into CAR(0) .. CAR(2) and CEXP, and PAINTJOBS. "File not found" changes nothing;
+// more than 17 paint jobs report "Too large, cut to fit".
+void LOAD3SH(const std::string& filename, std::uint32_t mask);
+void SAVE3SH(const std::string& filename);

@@ -1,0 +1,53 @@
+// The dashboard bitmaps: the table BITMAP with its fill count, the look-up by id, the mask pairs and the previews.
+#pragma once
+
+#include "app/image.h"
+#include "model/table.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+constexpr int max_bitmaps = 100;
+
+struct BitmapRecord {
+    std::string name; // four characters; empty in a free entry
+    std::uint16_t width = 0, height = 0;
+    std::uint16_t header_word_3 = 0, header_word_4 = 0; // kept as read
+    std::int16_t relative_x = 0, relative_y = 0;        // as stored in the file
+    std::int16_t absolute_x = 0, absolute_y = 0;        // on the 320 x 200 canvas
+    std::array<std::uint8_t, 4> flags{};                // kept as read
+    std::vector<std::uint8_t> pixels;                   // width x height palette indices, top row first; empty: none
+    ImageHandle preview_2x, preview_3x;                 // 32-bit, every pixel a 2 x 2 or 3 x 3 block
+    std::uint8_t is_mask = 0, has_mask = 0;             // 255 or 0
+    std::string mask_name;                              // meaningful when has_mask is 255
+};
+
+extern Table<BitmapRecord, 0, max_bitmaps> BITMAP; // entry 0 is the canvas, 1 .. BITMAPS are in use, without holes
+extern std::uint8_t BITMAPS;
+
+// Index of the first entry of exactly this name, or 0.
+int RBM(std::string_view id);
+
+// The mask that belongs to an owner ("dast" -> "dasm"), or an empty text.
+std::string_view mask_of(std::string_view owner);
+// "dasm", "inm1", "inm3", "dota", "gnab".
+bool is_mask_id(std::string_view id);
+// "ins1", "ins3", "inm1", "inm3": placed relative to "ins2".
+bool is_instrument_panel(std::string_view id);
+
+// Sets is_mask, has_mask and mask_name from the name.
+void link_mask(BitmapRecord& bitmap);
+// Paints both previews from the pixels: palette colours, or for a mask opaque white (not 0) and nothing (0).
+void build_previews(BitmapRecord& bitmap);
+// Frees pixels and previews, empties the name, swaps the record with the last used entry and lowers BITMAPS.
+// An index outside 1 .. BITMAPS changes nothing.
+void drop_bitmap(int index);
+// Absolute positions of all entries from their relative ones: panels add the relative position of "ins2".
+void resolve_positions();
+
+// Empties the whole table, the canvas entry included.
+void reset_bitmaps();

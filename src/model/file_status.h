@@ -1,0 +1,27 @@
+// The file-status record: what the last reader or writer was asked for and how it ended. Every reader and writer of a
+// file sets it; the Files screen shows it.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+extern std::string FILE_FILE;      // the file last handled, set before anything else is tried
+extern std::string FILE_ERROR;     // the last failure; a success leaves it as it was
+extern std::uint8_t FILE_ERNUM;
+
+namespace file_status {
+constexpr std::uint8_t success = 0;
+constexpr std::uint8_t not_found = 1;       // "File not found"
+constexpr std::uint8_t invalid_name = 2;    // "Invalid file name"
+constexpr std::uint8_t write_error = 3;     // "Write error": the file could be created but not finished
+constexpr std::uint8_t cut_to_fit = 4;      // "Too large, cut to fit": loaded, but not all of it had room
+constexpr std::uint8_t nothing_done = 156;  // set by the Files screen before it dispatches
+constexpr std::uint8_t unknown_format = 255; // "Unknown format"
+} // namespace file_status
+
+// A reader or writer starts: FILE_FILE becomes the name, FILE_ERNUM success.
+void begin_file(const std::string& name);
+// It failed: FILE_ERNUM becomes the code, FILE_ERROR the text that belongs to it. Codes without a text leave it alone.
+void report_file(std::uint8_t code);
+
+void reset_file_status();

@@ -1,0 +1,36 @@
+#include "model/parameters.h"
+
+std::array<std::byte, parameter_bytes> PAR{};
+std::string CARNAME;
+std::string CARSIGNNAME;
+std::string CARINFO;
+
+namespace {
+bool inside(int offset, int width) { return offset >= 0 && offset <= static_cast<int>(parameter_bytes) - width; }
+} // namespace
+
+std::uint8_t par_byte(int offset) {
+    return inside(offset, 1) ? std::to_integer<std::uint8_t>(PAR[static_cast<std::size_t>(offset)]) : std::uint8_t{0};
+}
+
+void set_par_byte(int offset, std::uint8_t value) {
+    if (inside(offset, 1)) PAR[static_cast<std::size_t>(offset)] = std::byte{value};
+}
+
+std::uint16_t par_word(int offset) {
+    if (!inside(offset, 2)) return 0;
+    return static_cast<std::uint16_t>(par_byte(offset) | par_byte(offset + 1) << 8);
+}
+
+void set_par_word(int offset, std::uint16_t value) {
+    if (!inside(offset, 2)) return;
+    set_par_byte(offset, static_cast<std::uint8_t>(value & 0xFF));
+    set_par_byte(offset + 1, static_cast<std::uint8_t>(value >> 8));
+}
+
+void reset_parameters() {
+    PAR.fill(std::byte{0});
+    CARNAME.clear();
+    CARSIGNNAME.clear();
+    CARINFO.clear();
+}
