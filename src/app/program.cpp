@@ -33,7 +33,7 @@ void fill_whole_screen() {
 bool start_up(const std::string& invocation_path, std::string& error) {
     if (!open_screen(error)) return false;
     set_text_grid(text_columns, text_rows);
-    set_window_title(program_title);
+    set_window_title(std::string(program_title));
     fill_whole_screen();
 
     INITPARAMTARGETS();

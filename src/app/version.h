@@ -1,6 +1,6 @@
-// The program's name and version, as its window shows them.
+// The program's name and version, as the window's title shows them.
 #pragma once
 
-#include <string>
+#include <string_view>
 
-inline const std::string program_title = "Karosmit 1.0.4";
+constexpr std::string_view program_title = "Karosmit 1.0.4";
