@@ -15,16 +15,17 @@
 #include <string_view>
 #include <vector>
 
-// The bitmaps of a file, in file order, without previews. A resource whose pixels the file does not hold whole keeps its
-// size; the missing pixels are 0. Entries that the file's tables do not hold are left out.
+// The bitmaps of a file, in file order, without previews. A resource whose pixels the file does not hold whole keeps
+// its size; the missing pixels are 0, as is what it lacks of the header. Entries that the file's tables do not hold are
+// left out, and so are bitmaps with which the file's pixels would be more than max_bitmap_pixels.
 struct BitmapFile {
     std::vector<BitmapRecord> bitmaps;
-    bool cut = false; // pixels would have needed more memory than any sound file does
+    bool cut = false; // a bitmap was left out for its size
 };
 BitmapFile decode_bitmap_file(std::span<const std::byte> file);
 
-// The bytes of a file of all entries of BITMAP that belong to the first file (dashboard) or the second (dots, knob and
-// digits), in table order.
+// The bytes of a file of all entries of BITMAP that have their pixels and belong to the first file (dashboard) or the
+// second (dots, knob and digits), in table order.
 enum class BitmapSet { dashboard, dots_and_digits };
 Bytes encode_bitmap_file(BitmapSet set);
 // Which set a path stands for: the dashboard when its file name begins with "stda" in any case.
@@ -32,7 +33,8 @@ BitmapSet bitmap_set_for(std::string_view path);
 // "/id/id/.../": the ids of a set.
 std::string_view bitmap_set_ids(BitmapSet set);
 
-// Merges the file's bitmaps into BITMAP, replacing those of the same id, resolves the positions and binds the items. "File
-// not found" changes nothing; what finds no room in the table is left out and reported as "Too large, cut to fit".
+// Merges the file's bitmaps into BITMAP, replacing those of the same id, resolves the positions and binds the items.
+// "File not found" changes nothing; what finds no room in the table is left out and reported as "Too large, cut to
+// fit".
 void LOADVSH(const std::string& filename);
 void SAVEVSH(const std::string& filename);

@@ -1,1 +1,23 @@
 #include "formats/palette_file.h"
+
+#include "app/config.h"
+#include "formats/byte_reader.h"
+#include "formats/file_io.h"
+#include "model/colours.h"
+
+void decode_palette(std::span<const std::byte> file, std::array<std::uint32_t, 256>& palette) {
+    ByteReader reader(file);
+    for (std::uint32_t& colour : palette)
+        reader.u32(colour);
+}
+
+Bytes encode_palette(const std::array<std::uint32_t, 256>& palette) {
+    ByteWriter writer;
+    for (const std::uint32_t colour : palette)
+        writer.u32(colour);
+    return writer.take();
+}
+
+void LOADPALETTE() {
+    if (const auto file = read_file(PROGDIR + "vortag.col")) decode_palette(*file, PAL);
+}

@@ -23,9 +23,9 @@ struct ParameterFile {
 void decode_parameter_file(std::span<const std::byte> file, ParameterFile& car);
 Bytes encode_parameter_file(const ParameterFile& car);
 
-// Reads the file into PAR, CARNAME, CARSIGNNAME and CARINFO, classifies the mass and sets the window's title. A file that
-// is missing or cannot be read reports "File not found" and changes nothing.
+// Reads the file into PAR, CARNAME, CARSIGNNAME and CARINFO, classifies the mass and sets the window's title. A file
+// that is missing or cannot be read reports "File not found" and changes nothing.
 void LOADRES(const std::string& filename);
-// Writes the four resources from the same globals. Reports "Invalid file name" or "Write error"; what was on the disk then
-// stays as it was.
+// Writes the four resources from the same globals. Reports "Invalid file name" or "Write error"; what was on the disk
+// then stays as it was.
 void SAVERES(const std::string& filename);

@@ -31,9 +31,9 @@ struct ArchiveEntry {
 };
 
 struct ArchiveDirectory {
-    std::uint16_t count = 0;             // n as the file says
-    std::vector<ArchiveEntry> entries;   // those whose id and offset the file really holds, in table order
-    std::uint64_t tables_end = 0;        // where reading stops after the tables of the entries asked for
+    std::uint16_t count = 0;           // n as the file says
+    std::vector<ArchiveEntry> entries; // those whose id and offset the file really holds, in table order
+    std::uint64_t tables_end = 0;      // where reading stops after the tables of the entries asked for
 
     // Position of the first entry of exactly this id.
     std::optional<std::uint64_t> find(std::string_view id) const;

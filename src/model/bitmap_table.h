@@ -12,6 +12,10 @@
 #include <vector>
 
 constexpr int max_bitmaps = 100;
+// Pixels of all bitmaps together, 65 whole canvases: four times what a car's two files can sensibly use. With both
+// previews a pixel takes 53 bytes, so that no file, however it lies about sizes, makes the table need more than 212
+// MiB.
+constexpr std::size_t max_bitmap_pixels = std::size_t{1} << 22;
 
 struct BitmapRecord {
     std::string name; // four characters; empty in a free entry
@@ -20,8 +24,8 @@ struct BitmapRecord {
     std::int16_t relative_x = 0, relative_y = 0;        // as stored in the file
     std::int16_t absolute_x = 0, absolute_y = 0;        // on the 320 x 200 canvas
     std::array<std::uint8_t, 4> flags{};                // kept as read
-    std::vector<std::uint8_t> pixels;                   // width x height palette indices, top row first; empty: none
-    ImageHandle preview_2x, preview_3x;                 // 32-bit, every pixel a 2 x 2 or 3 x 3 block
+    std::vector<std::uint8_t> pixels;                   // width x height palette indices, top row first, or none
+    ImageHandle preview_2x, preview_3x;                 // 32-bit, every pixel a 2 x 2 or 3 x 3 block; may be null
     std::uint8_t is_mask = 0, has_mask = 0;             // 255 or 0
     std::string mask_name;                              // meaningful when has_mask is 255
 };
@@ -39,12 +43,18 @@ bool is_mask_id(std::string_view id);
 // "ins1", "ins3", "inm1", "inm3": placed relative to "ins2".
 bool is_instrument_panel(std::string_view id);
 
+// Whether the bitmap has its pixels. One without area has a buffer of no bytes, and has it.
+bool has_pixel_buffer(const BitmapRecord& bitmap);
+// The pixels of all entries in use.
+std::size_t bitmap_pixels();
+
 // Sets is_mask, has_mask and mask_name from the name.
 void link_mask(BitmapRecord& bitmap);
-// Paints both previews from the pixels: palette colours, or for a mask opaque white (not 0) and nothing (0).
+// Paints both previews from the pixels: palette colours, or for a mask opaque white (not 0) and nothing (0). A preview
+// is null when the bitmap has no area or no pixels, or when an image of that size cannot be.
 void build_previews(BitmapRecord& bitmap);
-// Frees pixels and previews, empties the name, swaps the record with the last used entry and lowers BITMAPS.
-// An index outside 1 .. BITMAPS changes nothing.
+// Empties the record (pixels and previews freed, name empty), swaps the record with the last used entry and lowers
+// BITMAPS. An index outside 1 .. BITMAPS changes nothing.
 void drop_bitmap(int index);
 // Absolute positions of all entries from their relative ones: panels add the relative position of "ins2".
 void resolve_positions();
