@@ -3,7 +3,8 @@
 // What a person does is one queue, in the order in which it was done. A screen reads once a pass: read_mouse() goes one
 // step on, to the next state of the mouse that is older than the next unread key; read_key() takes the next key if no
 // unread state of the mouse is older. So no click, key or stroke is lost or overtaken by another, however long a redraw
-// takes. While a button is down every position that was reported is a state of its own; otherwise only the latest counts.
+// takes. While a button is down every position that was reported is a state of its own; otherwise only the latest
+// counts.
 //
 // When nothing at all has happened for a moment, reading waits inside the platform for the next event, for at most
 // 250 ms; nothing else in the program waits.
@@ -27,7 +28,12 @@ const MouseState& mouse();
 // The next key, "" when there is none. One character, or character 255 and the scancode's character.
 std::string read_key();
 
-// True while the key is down: 29 Control, 42 and 54 the Shift keys, 75 cursor left, 77 cursor right.
+// Puts a key back as the next one to be read: a loop inside a screen hands the close request on in this way.
+void put_key_back(const std::string& key);
+
+// True while the key is down: 29 Control (either), 42 and 54 the Shift keys, 75 cursor left, 77 cursor right. After
+// read_key() has returned a key, Control and the Shift keys are as they were when that key was pressed, until the next
+// call of read_key(): a combination typed while the program was busy stays a combination.
 bool key_held(int scancode);
 
 namespace scancode {

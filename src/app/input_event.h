@@ -12,11 +12,12 @@ enum class Key : std::uint16_t {
     f1, f2, f3, f4, f5, f6, f7, f8, f9, f10, f11, f12,
     keypad_0, keypad_1, keypad_2, keypad_3, keypad_4, keypad_5, keypad_6, keypad_7, keypad_8, keypad_9,
     keypad_period, keypad_enter,
-    control, shift_left, shift_right,
+    control_left, control_right, shift_left, shift_right,
 };
 
 struct Modifiers {
-    bool control = false, shift = false, alt = false, num_lock = false;
+    bool control = false, shift = false, num_lock = false;
+    bool alt = false; // the left one; the right one chooses characters on many layouts
 
     bool operator==(const Modifiers&) const = default;
 };

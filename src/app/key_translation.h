@@ -6,10 +6,12 @@
 #include <string>
 #include <vector>
 
-// The key strings that an event stands for, in order; none for most. Printable characters come from text events (so that
-// layout, dead keys and Caps Lock have had their say), everything else from key-down events: Control with a letter gives
-// its control character whatever Caps Lock says; text that arrives with Control or Alt held is no typing.
+// The key strings that an event stands for, in order; none for most. Printable characters come from text events (so
+// that layout, dead keys and Caps Lock have had their say), everything else from key-down events: Control with a letter
+// gives its control character whatever Caps Lock says; text that arrives with Control or the left Alt key held is no
+// typing. The keypad acts as the cursor block unless Num Lock gives its digits as text.
 std::vector<std::string> key_strings(const InputEvent& event);
 
-// One character of code page 437 for a Unicode character; 0 when the page has none.
+// The character of code page 437, 32 to 126 or 128 to 255, for a Unicode character; 0 when the page has none there. The
+// pictures that the page has in place of control characters cannot be typed: their codes are keys.
 unsigned char code_page_437(char32_t character);

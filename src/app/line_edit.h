@@ -2,12 +2,27 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
+
+// Which characters a field takes.
+enum class Typing : std::uint8_t {
+    printable, // " " to "~"
+    digits,    // "0" to "9"
+};
+
+// What a character does that is typed into a full field.
+enum class FullField : std::uint8_t {
+    refuses,   // nothing
+    pushes_out // it is put in at the caret, and the last character of the line goes
+};
 
 class LineEdit {
 public:
-    // Takes characters while the text is shorter than `limit`.
-    explicit LineEdit(std::size_t limit, std::string text = {});
+    // Takes characters while the text is shorter than `limit`. A longer text given from outside stays whole. The caret
+    // starts at the front.
+    explicit LineEdit(std::size_t limit, std::string text = {}, Typing typing = Typing::printable,
+                      FullField full = FullField::refuses);
 
     const std::string& text() const { return text_; }
     std::size_t caret() const { return caret_; } // 0 .. length
@@ -18,13 +33,20 @@ public:
     void move_caret(std::size_t caret); // kept inside the text
     void caret_to_end();
 
-    // Cursor left and right, Home, End, Backspace, Delete, and a printable character. True when text or caret changed.
+    // Cursor left and right, Home, End, Backspace, Delete, and a character that the field takes. True when text or
+    // caret changed.
     bool handle_key(const std::string& key);
 
 private:
+    bool accepts(const std::string& key) const;
     bool insert(char character);
+    bool step_caret(std::size_t caret);
+    bool erase(std::size_t at);
+    bool backspace();
 
     std::size_t limit_;
     std::string text_;
     std::size_t caret_ = 0;
+    Typing typing_;
+    FullField full_;
 };

@@ -4,6 +4,8 @@
 
 #include "app/backend.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <string>
@@ -12,16 +14,17 @@
 // One step of a script: events that arrive together, or something to do (look at the picture, change a table) at that
 // moment.
 struct ScriptStep {
-    std::vector<InputEvent> events;
-    std::function<void()> action;
+    std::vector<InputEvent> events = {};
+    std::function<void()> action = {};
 };
 
 class ScriptedBackend : public Backend {
 public:
-    // The steps are handed over one a poll, each only when the program has taken note of the one before and asks to wait
-    // for more. After the last one a close request follows, again and again, so that no script can hang; `overrun` counts
-    // how many were needed.
+    // The steps are handed over one a poll, each only when the program has taken note of the one before and asks to
+    // wait for more. After the last one a close request follows, again and again, so that no script can hang.
     void play(std::vector<ScriptStep> steps);
+    // How many close requests were handed over after the script's end. A test that expects the script to end the
+    // program by itself expects 0. After 1000 the process is aborted: the program does not read.
     int overrun() const { return overrun_; }
     bool finished() const { return steps_.empty(); }
 
@@ -31,7 +34,7 @@ public:
     const Rectangle& last_changed() const { return last_changed_; }
     std::uint32_t shown_pixel(int x, int y) const;
 
-    double clock = 0;           // moved on by `tick` at every reading
+    double clock = 0; // moved on by `tick` at every reading
     double tick = 0.001;
     bool refuse_to_open = false;
 
@@ -43,8 +46,12 @@ public:
     double seconds() override;
 
 private:
+    void overrun(std::vector<InputEvent>& events);
+    std::size_t index_of(int x, int y) const; // of a pixel; past the end outside the picture
+
     std::deque<ScriptStep> steps_;
     bool hungry_ = false; // the program waits: the next poll hands over a step
+    int settling_ = 0;    // waits that pass before the program counts as waiting
     int overrun_ = 0;
     std::string title_;
     int frames_ = 0;
@@ -60,7 +67,9 @@ ScriptStep release(int x, int y, int button = 1);
 ScriptStep click(int x, int y, int button = 1); // press and release, arriving together
 ScriptStep wheel(int x, int y, int notches);
 ScriptStep typed(const std::string& text); // printable characters, as text events
-ScriptStep key_press(Key key, Modifiers modifiers = {}); // down and up, with the text that goes with it where it has one
+// Down and up, with the Control and Shift keys around it, and the text that a keyboard sends with it where it does: of
+// letters and of the keypad.
+ScriptStep key_press(Key key, Modifiers modifiers = {});
 ScriptStep key_down(Key key, Modifiers modifiers = {});
 ScriptStep key_up(Key key);
 ScriptStep close_window();

@@ -1,1 +1,74 @@
 #include "app/window.h"
+
+#include "app/backend.h"
+
+namespace {
+
+constexpr std::uint32_t black = 0xFF000000;
+constexpr Rectangle whole_screen{0, 0, screen_width - 1, screen_height - 1};
+
+void blacken(Image& picture) {
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x)
+            picture.set_pixel(x, y, black);
+}
+
+struct Screen {
+    Image picture{screen_width, screen_height, 4, screen_width * 4};
+    Canvas canvas{picture};
+    std::string title;
+    int locks = 0;
+
+    Screen() { blacken(picture); }
+};
+
+Screen& window() {
+    static Screen only;
+    return only;
+}
+
+} // namespace
+
+bool open_screen(std::string& error) {
+    if (!backend()) {
+        error = "no window system in use";
+        return false;
+    }
+    if (!backend()->open(screen_width, screen_height, error)) return false;
+    if (!window().title.empty()) backend()->set_title(window().title);
+    window().canvas.add_damage(whole_screen);
+    return true;
+}
+
+void set_text_grid(int columns, int /*rows: text never scrolls*/) { set_text_grid_width(columns); }
+
+void set_window_title(const std::string& title) {
+    window().title = title;
+    if (backend()) backend()->set_title(title);
+}
+
+const std::string& window_title() { return window().title; }
+
+Canvas& screen() { return window().canvas; }
+
+void lock_screen() { ++window().locks; }
+
+void unlock_screen() {
+    if (window().locks == 0) return;
+    --window().locks;
+    show_screen();
+}
+
+void show_screen() {
+    if (window().locks > 0 || !backend() || !window().canvas.damaged()) return;
+    const Rectangle changed = intersection(window().canvas.take_damage(), whole_screen);
+    if (!changed.empty()) backend()->present(window().picture, changed);
+}
+
+void reset_screen() {
+    Screen& reset = window();
+    blacken(reset.picture);
+    reset.canvas = Canvas{reset.picture};
+    reset.title.clear();
+    reset.locks = 0;
+}
