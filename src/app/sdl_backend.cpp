@@ -28,8 +28,20 @@ struct SurfaceDeleter {
 using WindowHandle = std::unique_ptr<SDL_Window, WindowDeleter>;
 using SurfaceHandle = std::unique_ptr<SDL_Surface, SurfaceDeleter>;
 
-// Without a display SDL starts with a driver that shows nothing, which is of use only to a person who asked for it.
-bool shows_nothing(const std::string& driver) { return driver == "dummy" || driver == "offscreen"; }
+bool is_set(const char* variable) {
+    const char* value = std::getenv(variable);
+    return value && *value;
+}
+
+// The window systems that the environment leads to, as a list for SDL; empty when there is none. Left to itself, SDL
+// falls back on drivers that show nothing, or takes over the console.
+std::string window_systems() {
+    std::string list;
+    if (is_set("DISPLAY")) list = "x11";
+    if (is_set("XDG_RUNTIME_DIR") && (is_set("WAYLAND_DISPLAY") || is_set("WAYLAND_SOCKET")))
+        list += list.empty() ? "wayland" : ",wayland";
+    return list;
+}
 
 std::string one_line(std::string text) {
     std::replace(text.begin(), text.end(), '\n', ' ');
@@ -50,19 +62,21 @@ void choose_presentation(const std::string& driver) {
     if (driver == "x11") SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
 }
 
+// A person may choose any driver with SDL_VIDEODRIVER, even one that shows nothing.
 bool start_video(std::string& error) {
-    const bool driver_was_chosen = std::getenv("SDL_VIDEODRIVER") != nullptr;
+    const std::string systems = window_systems();
+    const bool chosen = is_set("SDL_VIDEODRIVER");
+    if (systems.empty() && !chosen) {
+        error = "cannot open a window: no display (neither DISPLAY nor WAYLAND_DISPLAY is set)";
+        return false;
+    }
     set_hints();
+    if (!chosen) SDL_SetHint(SDL_HINT_VIDEODRIVER, systems.c_str());
     if (SDL_Init(SDL_INIT_VIDEO) != 0) {
         error = one_line(std::string("cannot open a window: ") + SDL_GetError());
         return false;
     }
-    const std::string driver = SDL_GetCurrentVideoDriver();
-    if (shows_nothing(driver) && !driver_was_chosen) {
-        error = "cannot open a window: there is no display (neither DISPLAY nor WAYLAND_DISPLAY leads to one)";
-        return false;
-    }
-    choose_presentation(driver);
+    choose_presentation(SDL_GetCurrentVideoDriver());
     return true;
 }
 
@@ -107,7 +121,7 @@ bool SdlBackend::open(int width, int height, std::string& error) {
     window_.reset(SDL_CreateWindow("", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, width, height,
                                    SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI));
     shown_ = create_image(width, height, 0xFF000000);
-    if (!window_ || !shown_) {
+    if (!window_ || !shown_ || !surface()) {
         error = one_line(std::string("cannot open a window: ") + SDL_GetError());
         return false;
     }
