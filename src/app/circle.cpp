@@ -145,7 +145,8 @@ template <typename Visit>
 void for_each_shown(std::int64_t centre, std::int64_t last, int clip_first, int clip_last, Visit visit) {
     const std::int64_t from = std::max<std::int64_t>(clip_first - centre, -last);
     const std::int64_t to = std::min<std::int64_t>(clip_last - centre, last);
-    for (std::int64_t offset = from; offset <= to; ++offset) visit(offset);
+    for (std::int64_t offset = from; offset <= to; ++offset)
+        visit(offset);
 }
 
 template <typename Keep>
