@@ -19,8 +19,8 @@ extern OneBased<std::array<std::uint8_t, 4>, max_colour_schemes> PJCOL; // four 
 extern std::uint8_t PJCOLS;                                             // schemes in use
 
 // Finds the palette index nearest to a colour: the smallest |dR| + |dG| + |dB|, the lowest index on ties; alpha takes
-// no part. Built once for a palette, then asked per pixel; always gives exactly what a plain scan of the 256 entries
-// gives.
+// no part. Made for a palette, then asked per pixel; it learns from what it is asked, so one object serves one thread.
+// Always gives exactly what a plain scan of the 256 entries gives.
 class NearestPaletteEntry {
 public:
     explicit NearestPaletteEntry(const std::array<std::uint32_t, 256>& palette);
