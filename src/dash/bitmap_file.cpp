@@ -38,7 +38,8 @@ Bytes encode_bitmap(const BitmapRecord& bitmap) {
 }
 
 bool belongs_to(const BitmapRecord& bitmap, BitmapSet set) {
-    return has_pixel_buffer(bitmap) && bitmap_set_ids(set).find("/" + bitmap.name + "/") != std::string_view::npos;
+    return has_pixel_buffer(bitmap) && bitmap.name.size() == archive_id_length &&
+           bitmap_set_ids(set).find("/" + bitmap.name + "/") != std::string_view::npos;
 }
 
 bool has_room_for(const BitmapRecord& bitmap) {
