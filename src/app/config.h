@@ -17,6 +17,9 @@ extern OneBased<std::string, max_config_entries> CONFIG_ID;
 extern OneBased<std::string, max_config_entries> CONFIG_VALUE;
 extern std::int16_t CONFIGS; // entries read, at most 100
 
+// The directory of the program file as it was invoked: up to and including the last "/", empty when there is none.
+std::string program_directory(const std::string& invocation_path);
+
 // The entries of a configuration text, in order, at most 100.
 std::vector<std::pair<std::string, std::string>> decode_config(std::string_view text);
 

@@ -31,7 +31,7 @@ public:
 
     Image& image() { return *image_; }
     const Rectangle& clip() const { return clip_; }
-    // Later figures are cut at this rectangle; coordinates are not shifted.
+    // Later figures are cut at this rectangle, whose corners may be given in any order; coordinates are not shifted.
     void set_clip(int x1, int y1, int x2, int y2);
     void reset_clip();
 
@@ -39,7 +39,7 @@ public:
     std::uint32_t foreground = 0xFFFFFFFF; // of print_text and of lines without a colour
     int text_column = 0, text_row = 0;   // text cursor, in cells of 8 x 16 pixels
 
-    // The rectangle that figures have touched since it was last taken.
+    // The rectangle around the pixels that figures have set since it was last taken.
     Rectangle take_damage();
     bool damaged() const { return !damage_.empty(); }
     void add_damage(const Rectangle& touched);

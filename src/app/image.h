@@ -6,10 +6,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <span>
-#include <vector>
 
 constexpr std::uint32_t transparent_mask_32 = 0xFFFF00FF;
 constexpr std::uint16_t transparent_mask_16 = 0xF81F;
@@ -17,6 +17,8 @@ constexpr std::uint8_t transparent_mask_8 = 0;
 
 class Image {
 public:
+    // All pixels 0. The memory is the system's untouched zero pages until something is drawn, so that a large empty
+    // picture costs nothing. Throws std::bad_alloc when there is not enough.
     Image(int width, int height, int bytes_per_pixel, std::size_t pitch);
 
     int width() const { return width_; }
@@ -25,8 +27,8 @@ public:
     std::size_t pitch() const { return pitch_; } // bytes from one row to the next
 
     // The pixel area: height x pitch bytes.
-    std::span<std::uint8_t> bytes() { return pixels_; }
-    std::span<const std::uint8_t> bytes() const { return pixels_; }
+    std::span<std::uint8_t> bytes() { return {pixels_.get(), size()}; }
+    std::span<const std::uint8_t> bytes() const { return {pixels_.get(), size()}; }
     // One row: width x bytes_per_pixel bytes. The row must exist.
     std::span<std::uint8_t> row(int y);
     std::span<const std::uint8_t> row(int y) const;
@@ -36,10 +38,21 @@ public:
     void set_pixel(int x, int y, std::uint32_t raw);
 
 private:
+    struct Free {
+        void operator()(std::uint8_t* memory) const { std::free(memory); }
+    };
+
+    std::size_t size() const { return pitch_ * static_cast<std::size_t>(height_); }
+
     int width_, height_, bytes_per_pixel_;
     std::size_t pitch_;
-    std::vector<std::uint8_t> pixels_;
+    std::unique_ptr<std::uint8_t[], Free> pixels_;
 };
+
+// Raw pixel values of one depth as 0xAARRGGBB and back. 5-6-5 is spread over the full range and opaque; an index is its
+// palette entry, opaque; back to an index goes to the palette entry with the smallest sum of channel differences.
+std::uint32_t raw_to_argb(std::uint32_t raw, int bytes_per_pixel);
+std::uint32_t argb_to_raw(std::uint32_t argb, int bytes_per_pixel);
 
 using ImageHandle = std::unique_ptr<Image>;
 

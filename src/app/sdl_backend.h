@@ -6,5 +6,5 @@
 #include <memory>
 #include <string>
 
-// `icon_path` names a PNG-free 32-bit TGA picture for the window, shown when it can be read.
+// `icon_path` names a 32-bit TGA picture for the window's icon, used when it can be read.
 std::unique_ptr<Backend> make_sdl_backend(const std::string& icon_path);

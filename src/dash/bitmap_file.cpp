@@ -24,19 +24,6 @@ void read_header(ByteReader& reader, BitmapRecord& bitmap) {
 
 std::size_t area(const BitmapRecord& bitmap) { return std::size_t{bitmap.width} * bitmap.height; }
 
-Bytes encode_bitmap(const BitmapRecord& bitmap) {
-    ByteWriter writer;
-    writer.u16(bitmap.width);
-    writer.u16(bitmap.height);
-    writer.u16(bitmap.header_word_3);
-    writer.u16(bitmap.header_word_4);
-    writer.u16(static_cast<std::uint16_t>(bitmap.relative_x));
-    writer.u16(static_cast<std::uint16_t>(bitmap.relative_y));
-    writer.bytes(std::span<const std::uint8_t>(bitmap.flags));
-    writer.bytes(std::span<const std::uint8_t>(bitmap.pixels));
-    return writer.take();
-}
-
 bool belongs_to(const BitmapRecord& bitmap, BitmapSet set) {
     return has_pixel_buffer(bitmap) && bitmap_set_ids(set).find("/" + bitmap.name + "/") != std::string_view::npos;
 }
@@ -78,6 +65,19 @@ BitmapFile decode_bitmap_file(std::span<const std::byte> file) {
         result.bitmaps.push_back(std::move(bitmap));
     }
     return result;
+}
+
+Bytes encode_bitmap(const BitmapRecord& bitmap) {
+    ByteWriter writer;
+    writer.u16(bitmap.width);
+    writer.u16(bitmap.height);
+    writer.u16(bitmap.header_word_3);
+    writer.u16(bitmap.header_word_4);
+    writer.u16(static_cast<std::uint16_t>(bitmap.relative_x));
+    writer.u16(static_cast<std::uint16_t>(bitmap.relative_y));
+    writer.bytes(std::span<const std::uint8_t>(bitmap.flags));
+    writer.bytes(std::span<const std::uint8_t>(bitmap.pixels));
+    return writer.take();
 }
 
 Bytes encode_bitmap_file(BitmapSet set) {

@@ -24,6 +24,9 @@ struct BitmapFile {
 };
 BitmapFile decode_bitmap_file(std::span<const std::byte> file);
 
+// The bytes of one bitmap's resource: header and pixels.
+Bytes encode_bitmap(const BitmapRecord& bitmap);
+
 // The bytes of a file of all entries of BITMAP that have their pixels and belong to the first file (dashboard) or the
 // second (dots, knob and digits), in table order.
 enum class BitmapSet { dashboard, dots_and_digits };

@@ -1,0 +1,76 @@
+#include "app/program.h"
+
+#include "app/config.h"
+#include "app/input.h"
+#include "app/menu_bar.h"
+#include "app/random.h"
+#include "app/version.h"
+#include "app/widgets.h"
+#include "app/window.h"
+#include "dash/bitmap_file.h"
+#include "dash/dash_screen.h"
+#include "dash/items.h"
+#include "editor3d/editor_screen.h"
+#include "editor3d/views.h"
+#include "files/file_screen.h"
+#include "formats/material_file.h"
+#include "formats/palette_file.h"
+#include "formats/tga.h"
+#include "params/parameter_screen.h"
+#include "params/parameter_table.h"
+
+namespace {
+
+constexpr int text_columns = 120, text_rows = 40;
+
+void fill_whole_screen() {
+    const ScreenLock lock;
+    fill_box(screen(), 0, 0, screen_width - 1, screen_height - 1, colour::background);
+}
+
+} // namespace
+
+bool start_up(const std::string& invocation_path, std::string& error) {
+    if (!open_screen(error)) return false;
+    set_text_grid(text_columns, text_rows);
+    set_window_title(std::string(program_title));
+    fill_whole_screen();
+
+    INITPARAMTARGETS();
+    INIT3DWINDOWS();
+    INITDASHITEMS();
+
+    LOADCONFIG(invocation_path);
+    LOADMATERIALS();
+    LOADPALETTE();
+    LOADVSH(PROGDIR + "default.vsh");
+    seed_random(timer());
+    MENUIMG = TARGALOAD(PROGDIR + "images.tga");
+    MAINTAINMENU(true);
+    return true;
+}
+
+void run_screens() {
+    while (CURMENU != screen_number::quit) {
+        switch (CURMENU) {
+        case screen_number::files: FILEHANDLING(file_screen_mode::cars); break;
+        case screen_number::editor_3d: EDIT3D(); break;
+        case screen_number::dash_manager: DASHMANAGER(); break;
+        case screen_number::parameters: EDITPARAMS(); break;
+        default:
+            read_mouse();
+            if (read_key() == key::close_window) CURMENU = screen_number::quit;
+            else MAINTAINMENU(false);
+            break;
+        }
+    }
+}
+
+void shut_down() {
+    MENUIMG.reset();
+    for (int i = 1; i <= BITMAPS; ++i) {
+        BITMAP[i].pixels = {};
+        BITMAP[i].preview_2x.reset();
+        BITMAP[i].preview_3x.reset();
+    }
+}

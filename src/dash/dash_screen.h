@@ -1,0 +1,5 @@
+// The Dash manager's screen.
+#pragma once
+
+// Runs until another screen is picked or the program is to end (CURMENU = 255).
+void DASHMANAGER();

@@ -1,0 +1,126 @@
+#include "files/transfer.h"
+
+#include "app/config.h"
+#include "app/shell.h"
+#include "app/text.h"
+#include "dash/bitmap_file.h"
+#include "formats/parameter_file.h"
+#include "formats/shape_file.h"
+#include "model/file_status.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <system_error>
+
+namespace {
+
+constexpr std::size_t identifier_length = 4;
+
+using FileProcedure = void (*)(const std::string& filename);
+
+void load_all_shapes(const std::string& filename) { LOAD3SH(filename, all_shapes); }
+
+struct FileKind {
+    std::string_view extension;
+    FileProcedure load;
+    FileProcedure save;                 // null: cannot be saved
+    std::string_view unpacked_name{};   // of a packed kind: the file in WORKDIR that the unpacker makes
+};
+
+constexpr FileKind file_kinds[] = {
+    {".res", LOADRES, SAVERES},
+    {".3sh", load_all_shapes, SAVE3SH},
+    {".vsh", LOADVSH, SAVEVSH},
+    {".pre", LOADRES, nullptr, "temp.res"},
+    {".p3s", load_all_shapes, nullptr, "temp.3sh"},
+    {".pvs", LOADVSH, nullptr, "temp.vsh"},
+};
+
+const FileKind* kind_of(const std::string& name) {
+    const auto kind = std::ranges::find(file_kinds, extension_of(name), &FileKind::extension);
+    return kind == std::end(file_kinds) ? nullptr : kind;
+}
+
+struct CarFile {
+    std::string_view prefix;
+    std::string_view extension;
+};
+// Also the order in which a car is loaded and saved.
+constexpr CarFile car_files[] = {{"car", ".res"}, {"st", ".3sh"}, {"stda", ".vsh"}, {"stdb", ".vsh"}};
+
+std::string unpacker() { return CONFIG("vorpack"); }
+
+// The file that the unpacker makes of a packed one. An older one is removed first, so that an unpacker that fails never
+// shows an earlier car as loaded.
+std::string unpack(const std::string& packed, std::string_view unpacked_name) {
+    const std::string unpacked = WORKDIR + std::string(unpacked_name);
+    std::error_code none_there;
+    std::filesystem::remove(unpacked, none_there);
+    run_command(unpacker() + " " + shell_quoted(packed) + " " + shell_quoted(unpacked));
+    return unpacked;
+}
+
+void load_kind(const FileKind& kind, const std::string& name) {
+    if (kind.unpacked_name.empty()) {
+        kind.load(name);
+    } else if (!unpacker().empty()) {
+        kind.load(unpack(name, kind.unpacked_name));
+    }
+}
+
+std::string failure_text(const std::string& file) { return FILE_ERROR + ": " + file; }
+
+std::string done_text(Transfer direction, const std::string& file) {
+    return (direction == Transfer::load ? "Loaded " : "Saved ") + file;
+}
+
+// What the file-status record says, with the names that stand for the file in a success and in a failure.
+TransferReport report(Transfer direction, const std::string& done_name, const std::string& failed_name) {
+    if (FILE_ERNUM == file_status::nothing_done) return {};
+    if (FILE_ERNUM == file_status::success) return {.text = done_text(direction, done_name)};
+    return {.text = failure_text(failed_name), .failed = true};
+}
+
+TransferReport report_unknown_format() {
+    report_file(file_status::unknown_format);
+    FILE_FILE.clear();
+    return {.unknown_format = true, .text = failure_text(FILE_FILE), .failed = true};
+}
+
+TransferReport transfer_car(Transfer direction, const std::string& name) {
+    const std::string identifier = lower_case(name);
+    std::string first_failure;
+    for (const CarFile& part : car_files) {
+        const std::string file = std::string(part.prefix) + identifier + std::string(part.extension);
+        const FileKind& kind = *kind_of(file);
+        (direction == Transfer::load ? kind.load : kind.save)(file);
+        if (FILE_ERNUM != file_status::success && first_failure.empty()) first_failure = failure_text(file);
+    }
+    // ODDITY four-file-save-keeps-file (kept): a failed load names the identifier, a failed save the file.
+    TransferReport result = report(direction, name, direction == Transfer::load ? name : FILE_FILE);
+    result.first_failure = first_failure;
+    return result;
+}
+
+} // namespace
+
+TransferReport transfer(Transfer direction, const std::string& name) {
+    FILE_ERNUM = file_status::nothing_done;
+    if (name.find('.') == std::string::npos)
+        return name.size() == identifier_length ? transfer_car(direction, name) : TransferReport{};
+
+    const FileKind* kind = kind_of(name);
+    if (!kind || (direction == Transfer::save && !kind->save)) return report_unknown_format();
+    if (direction == Transfer::load) {
+        load_kind(*kind, name);
+    } else {
+        kind->save(name);
+    }
+    return report(direction, FILE_FILE, FILE_FILE);
+}
+
+std::string car_file_filter() {
+    const std::string plain = ".res.vsh.3sh.obj.";
+    return unpacker().empty() ? plain : plain + "p3s.pvs.pre.";
+}

@@ -1,0 +1,166 @@
+#include "cockpit.h"
+
+#include "dash/bitmap_file.h"
+#include "formats/resource_archive.h"
+#include "model/colours.h"
+#include "model/parameters.h"
+#include "source.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <numbers>
+
+namespace {
+
+constexpr std::size_t shared_tail = 2; // "!cg0" and "!eg0" end both files
+constexpr int opaque_from = 128;       // alpha from which a pixel hides what lies behind
+constexpr std::uint8_t see_through = 255;
+
+int alpha_of(std::uint32_t pixel) { return static_cast<int>(pixel >> 24); }
+
+template <typename Convert>
+BitmapRecord bitmap_from(const Image& picture, const std::string& id, const SourceLine& line, Convert convert) {
+    BitmapRecord bitmap;
+    bitmap.name = id;
+    bitmap.width = static_cast<std::uint16_t>(picture.width());
+    bitmap.height = static_cast<std::uint16_t>(picture.height());
+    bitmap.relative_x = static_cast<std::int16_t>(line.integer(2));
+    bitmap.relative_y = static_cast<std::int16_t>(line.integer(3));
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x) bitmap.pixels.push_back(convert(picture.pixel(x, y)));
+    return bitmap;
+}
+
+// A blank in an id is written as "_".
+std::string id_of(const SourceLine& line) {
+    std::string id = line.field(0);
+    std::ranges::replace(id, '_', ' ');
+    if (id.size() != archive_id_length) line.fail("an id has four characters");
+    return id;
+}
+
+void add_bitmaps(const std::filesystem::path& folder, const SourceLine& line, const NearestPaletteEntry& nearest,
+                 std::vector<BitmapRecord>& bitmaps) {
+    const std::string id = id_of(line);
+    const ImageHandle picture = read_png(folder / line.field(1));
+    bitmaps.push_back(bitmap_from(*picture, id, line, [&](std::uint32_t pixel) {
+        return alpha_of(pixel) >= opaque_from ? nearest(pixel) : nearest(0);
+    }));
+    const std::string mask(mask_of(id));
+    if (mask.empty()) return;
+    bitmaps.push_back(bitmap_from(*picture, mask, line, [](std::uint32_t pixel) {
+        return alpha_of(pixel) >= opaque_from ? std::uint8_t{0} : see_through;
+    }));
+}
+
+const BitmapRecord& find_bitmap(const Cockpit& cockpit, std::string_view id) {
+    const auto found = std::ranges::find(cockpit.dashboard, id, &BitmapRecord::name);
+    if (found == cockpit.dashboard.end()) throw SourceError("a cockpit has no \"" + std::string(id) + "\"");
+    return *found;
+}
+
+void set_point_bytes(int offset, double x, double y) {
+    set_par_byte(offset, static_cast<std::uint8_t>(std::lround(x)));
+    set_par_byte(offset + 1, static_cast<std::uint8_t>(std::lround(y)));
+}
+
+double radians(double degrees) { return degrees * std::numbers::pi / 180; }
+
+using GaugeLines = std::map<std::string, SourceLine>;
+
+const SourceLine& gauge_line(const GaugeLines& lines, const std::string& key) {
+    const auto found = lines.find(key);
+    if (found == lines.end()) throw SourceError("gauges.txt has no \"" + key + "\"");
+    return found->second;
+}
+
+// Centre, number of points and needle tips of a gauge, as words and bytes from `offset` on.
+void store_gauge(const GaugeLines& lines, const std::string& name, int offset, const BitmapRecord& instruments) {
+    const SourceLine& centre = gauge_line(lines, name + "_centre");
+    const double x = static_cast<double>(centre.integer(1) - instruments.relative_x);
+    const double y = static_cast<double>(centre.integer(2) - instruments.relative_y);
+    const double radius = gauge_line(lines, name + "_radius").real(1);
+    const double start = gauge_line(lines, name + "_start").real(1);
+    const double end = gauge_line(lines, name + "_end").real(1);
+    const long points = gauge_line(lines, name + "_points").integer(1);
+
+    set_par_word(offset, static_cast<std::uint16_t>(x));
+    set_par_word(offset + 2, static_cast<std::uint16_t>(y));
+    set_par_word(offset + 4, static_cast<std::uint16_t>(points));
+    for (int k = 0; k <= points; ++k) {
+        const double angle = radians(start + (end - start) * k / static_cast<double>(points));
+        set_point_bytes(offset + 6 + 2 * k, x + std::cos(angle) * radius, y - std::sin(angle) * radius);
+    }
+}
+
+// The steering dot's way: a quarter of a circle from the top of the wheel to its right.
+void store_wheel_markers(const SourceLine& wheel) {
+    constexpr int markers_at = 234, steps = 30;
+    for (int k = 0; k <= steps; ++k) {
+        const double angle = std::numbers::pi / 2 * (steps - k) / steps;
+        set_point_bytes(markers_at + 2 * k, wheel.real(1) + std::cos(angle) * wheel.real(3),
+                        wheel.real(2) - std::sin(angle) * wheel.real(3));
+    }
+}
+
+void store_knob(int gear, const SourceLine& line, std::size_t first_field) {
+    constexpr int knobs_at = 28;
+    set_par_word(knobs_at + 4 * gear, static_cast<std::uint16_t>(line.integer(first_field)));
+    set_par_word(knobs_at + 4 * gear + 2, static_cast<std::uint16_t>(line.integer(first_field + 1)));
+}
+
+} // namespace
+
+Cockpit read_cockpit(const std::filesystem::path& folder) {
+    const NearestPaletteEntry nearest(PAL);
+    Cockpit cockpit;
+    std::vector<BitmapRecord>* bitmaps = nullptr;
+    for (const SourceLine& line : read_source_lines(folder / "layout.txt")) {
+        if (line.text == "[a]") {
+            bitmaps = &cockpit.dashboard;
+        } else if (line.text == "[b]") {
+            bitmaps = &cockpit.dots_and_digits;
+        } else if (bitmaps) {
+            add_bitmaps(folder, line, nearest, *bitmaps);
+        } else {
+            line.fail("a bitmap before [a] or [b]");
+        }
+    }
+    return cockpit;
+}
+
+Bytes encode_bitmaps(const std::vector<BitmapRecord>& bitmaps) {
+    std::vector<ArchiveResource> resources;
+    for (const BitmapRecord& bitmap : bitmaps) resources.push_back({bitmap.name, encode_bitmap(bitmap)});
+    return encode_archive(resources);
+}
+
+Bytes encode_default_set(const Cockpit& cockpit) {
+    const auto& a = cockpit.dashboard;
+    const auto& b = cockpit.dots_and_digits;
+    std::vector<ArchiveResource> resources;
+    const auto append = [&](const BitmapRecord& bitmap) { resources.push_back({bitmap.name, encode_bitmap(bitmap)}); };
+    std::for_each(b.begin() + 1, b.end() - shared_tail, append);
+    std::for_each(a.begin() + 1, a.end(), append);
+    append(b.front());
+    append(a.front());
+    return encode_archive(resources);
+}
+
+void store_gauges(const std::filesystem::path& folder, const Cockpit& cockpit) {
+    constexpr int speedometer_at = 296, tachometer_at = 510;
+    GaugeLines lines;
+    for (const SourceLine& line : read_source_lines(folder / "gauges.txt")) {
+        if (line.field(0) == "gear") {
+            store_knob(static_cast<int>(line.integer(1)), line, 2);
+        } else {
+            lines.emplace(line.field(0), line);
+        }
+    }
+    const BitmapRecord& instruments = find_bitmap(cockpit, "ins2");
+    store_gauge(lines, "speedometer", speedometer_at, instruments);
+    store_gauge(lines, "tachometer", tachometer_at, instruments);
+    store_wheel_markers(gauge_line(lines, "wheel_centre"));
+    store_knob(0, gauge_line(lines, "gear_gate"), 1);
+}
