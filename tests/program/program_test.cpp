@@ -3,6 +3,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
+#include <stdexcept>
 
 std::unique_ptr<VirtualDisplay> ProgramTest::display;
 
@@ -40,8 +41,8 @@ void ProgramTest::start() {
                 {"XMODIFIERS", ""},
                 {"HOME", folder.string()}});
     window = std::make_unique<RealWindow>(display->name());
-    ASSERT_TRUE(window->find("karosmit")) << program->error_output();
-    ASSERT_TRUE(screen_becomes("= FILES ="));
+    if (!window->find("karosmit")) throw std::runtime_error("no window appeared: " + program->error_output());
+    if (!screen_becomes("= FILES =")) throw std::runtime_error("no Files screen appeared");
 }
 
 bool ProgramTest::file_field_becomes(const std::string& text) const {

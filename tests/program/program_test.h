@@ -21,7 +21,7 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    // Starts the editor and waits for the Files screen.
+    // Starts the editor and waits for the Files screen. Throws when none appears.
     void start();
     // Starts it with other environment variables; does not wait.
     void start_with(const std::map<std::string, std::string>& environment);

@@ -90,7 +90,6 @@ RealWindow::~RealWindow() {
 bool RealWindow::find(const std::string& window_class) {
     if (!display_) return false;
     if (!wait_until([&] { return (window_ = find_window(display_, window_class)) != 0; })) return false;
-    XMoveWindow(display_, window_, 0, 0);
     XSetInputFocus(display_, window_, RevertToPointerRoot, CurrentTime);
     flush();
     return true;
@@ -128,7 +127,8 @@ bool RealWindow::has_icon() const {
 }
 
 void RealWindow::resize(int width, int height) {
-    XResizeWindow(display_, window_, static_cast<unsigned>(width), static_cast<unsigned>(height));
+    // All of it stays on the display, where its picture can be taken.
+    XMoveResizeWindow(display_, window_, 0, 0, static_cast<unsigned>(width), static_cast<unsigned>(height));
     flush();
     wait_until([&] { return size() == std::pair{width, height}; });
 }

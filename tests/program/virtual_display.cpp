@@ -25,7 +25,7 @@ std::string read_line(int descriptor) {
     dup2(nowhere, STDERR_FILENO);
     const std::string descriptor = std::to_string(number_goes_to);
     execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", "2000x1400x24", "-nolisten", "tcp",
-           static_cast<char*>(nullptr));
+           "-noreset", static_cast<char*>(nullptr));
     _exit(127);
 }
 
