@@ -8,7 +8,7 @@ build_packages=(
 display_packages=(xvfb xdotool imagemagick x11-utils)
 test_packages=(libgtest-dev libgmock-dev libx11-dev libxtst-dev clang-format python3 "${display_packages[@]}")
 fuzz_packages=(clang libclang-rt-14-dev)
-bench_packages=(libbenchmark-dev libx11-dev xvfb)
+bench_packages=(libbenchmark-dev libx11-dev libxtst-dev xvfb)
 tidy_packages=(clang-tidy)
 
 ensure_packages() {

@@ -14,7 +14,8 @@ public:
     // Opens the window with a picture of this size. False, with the reason in `error`, when there is no display.
     virtual bool open(int width, int height, std::string& error) = 0;
     virtual void set_title(const std::string& title) = 0;
-    // Shows the picture; only `changed` differs from what was shown before.
+    // Shows the picture; only `changed` differs from what was shown before. The picture stays where it is as long as
+    // the window is open: it is what the window shows when it has been resized or uncovered.
     virtual void present(const Image& picture, const Rectangle& changed) = 0;
     // Appends what has happened since the last call, in order. Never waits.
     virtual void poll(std::vector<InputEvent>& events) = 0;

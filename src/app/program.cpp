@@ -23,8 +23,8 @@ namespace {
 
 constexpr int text_columns = 120, text_rows = 40;
 
+// Not shown yet: the first frame is the one with the menu bar.
 void fill_whole_screen() {
-    const ScreenLock lock;
     fill_box(screen(), 0, 0, screen_width - 1, screen_height - 1, colour::background);
 }
 

@@ -18,17 +18,34 @@ void read_row(const Image& picture, int y, std::vector<std::uint32_t>& words) {
     std::memcpy(words.data(), picture.row(y).data(), words.size() * sizeof(std::uint32_t));
 }
 
+// Every word so many times; the first one only `first` times, and no more than the target holds.
+void repeat_words(std::span<const std::uint32_t> words, int scale, int first, std::span<std::uint32_t> target) {
+    auto next = target.begin();
+    auto times = first;
+    for (auto word = words.begin(); next != target.end(); ++word, times = scale)
+        next = std::fill_n(next, std::min<std::ptrdiff_t>(times, target.end() - next), *word);
+}
+
 void draw_sharp(const Image& picture, const Placement& placement, const Rectangle& area,
                 std::span<std::uint32_t> window, std::size_t pitch) {
     const int scale = placement.width / placement.picture.width;
+    const int left = (area.x1 - placement.x) / scale;
+    const int first_times = scale - (area.x1 - placement.x) % scale;
+    const auto length = static_cast<std::size_t>(area.x2 - area.x1 + 1);
     std::vector<std::uint32_t> source(static_cast<std::size_t>(placement.picture.width));
-    int source_y = -1;
+    const std::span<std::uint32_t> words = std::span(source).subspan(static_cast<std::size_t>(left));
     for (int y = area.y1; y <= area.y2; ++y) {
-        if (const int wanted = (y - placement.y) / scale; wanted != source_y)
-            read_row(picture, source_y = wanted, source);
-        std::uint32_t* target = &window[static_cast<std::size_t>(y) * pitch];
-        for (int x = area.x1; x <= area.x2; ++x)
-            target[x] = source[static_cast<std::size_t>((x - placement.x) / scale)];
+        const auto start = static_cast<std::size_t>(y) * pitch + static_cast<std::size_t>(area.x1);
+        const std::span<std::uint32_t> target = window.subspan(start, length);
+        if (y > area.y1 && (y - placement.y) % scale != 0) {
+            std::copy_n(window.begin() + static_cast<std::ptrdiff_t>(start - pitch), length, target.begin());
+            continue;
+        }
+        read_row(picture, (y - placement.y) / scale, source);
+        if (scale == 1)
+            std::copy_n(words.begin(), length, target.begin());
+        else
+            repeat_words(words, scale, first_times, target);
     }
 }
 

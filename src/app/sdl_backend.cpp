@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <cstring>
 #include <optional>
 #include <span>
 #include <utility>
@@ -55,6 +54,7 @@ void set_hints() {
     SDL_SetHint(SDL_HINT_VIDEO_X11_NET_WM_BYPASS_COMPOSITOR, "0");
     SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
     SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+    SDL_SetHint(SDL_HINT_VIDEO_ALLOW_SCREENSAVER, "1");
 }
 
 // The X server takes finished pictures; going through OpenGL there would only delay the first one.
@@ -105,7 +105,8 @@ private:
 
     std::string icon_path_;
     WindowHandle window_;
-    ImageHandle shown_; // the picture as it was presented
+    const Image* picture_ = nullptr; // presented last
+    Size picture_size_;
     Placement placement_;
     SdlEvents events_;
     bool everything_is_stale_ = true;
@@ -120,13 +121,12 @@ bool SdlBackend::open(int width, int height, std::string& error) {
     if (!start_video(error)) return false;
     window_.reset(SDL_CreateWindow("", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, width, height,
                                    SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI));
-    shown_ = create_image(width, height, 0xFF000000);
-    if (!window_ || !shown_ || !surface()) {
+    picture_size_ = {width, height};
+    if (!window_ || !surface()) {
         error = one_line(std::string("cannot open a window: ") + SDL_GetError());
         return false;
     }
     SDL_SetWindowMinimumSize(window_.get(), smallest_width, smallest_height);
-    SDL_EnableScreenSaver();
     SDL_StartTextInput();
     catch_termination_signals();
     events_.watch(window_.get(), {width, height});
@@ -149,17 +149,14 @@ void SdlBackend::set_title(const std::string& title) {
 
 void SdlBackend::present(const Image& picture, const Rectangle& changed) {
     if (!window_) return;
-    const auto offset = static_cast<std::size_t>(changed.x1) * 4;
-    const auto length = static_cast<std::size_t>(changed.x2 - changed.x1 + 1) * 4;
-    for (int y = changed.y1; y <= changed.y2; ++y)
-        std::memcpy(shown_->row(y).data() + offset, picture.row(y).data() + offset, length);
+    picture_ = &picture;
     show(changed);
 }
 
 SDL_Surface* SdlBackend::surface() {
     SDL_Surface* found = SDL_GetWindowSurface(window_.get());
     if (!found) return nullptr;
-    const Placement placement = place_picture({shown_->width(), shown_->height()}, {found->w, found->h});
+    const Placement placement = place_picture(picture_size_, {found->w, found->h});
     if (placement != placement_) everything_is_stale_ = true;
     placement_ = placement;
     return found;
@@ -178,9 +175,10 @@ void SdlBackend::show(const Rectangle& changed) {
 
 void SdlBackend::show_everything() {
     SDL_Surface* target = surface();
-    if (!target) return;
-    SDL_FillRect(target, nullptr, SDL_MapRGB(target->format, 0, 0, 0));
-    draw(*target, window_area(placement_, {0, 0, shown_->width() - 1, shown_->height() - 1}));
+    if (!target || !picture_) return;
+    const bool has_borders = placement_.width < target->w || placement_.height < target->h;
+    if (has_borders) SDL_FillRect(target, nullptr, SDL_MapRGB(target->format, 0, 0, 0));
+    draw(*target, window_area(placement_, {0, 0, picture_size_.width - 1, picture_size_.height - 1}));
     SDL_UpdateWindowSurface(window_.get());
     everything_is_stale_ = false;
 }
@@ -197,14 +195,14 @@ std::span<std::uint32_t> words_of(SDL_Surface& target) {
 void SdlBackend::draw(SDL_Surface& target, const Rectangle& area) {
     if (takes_words(target)) {
         if (SDL_LockSurface(&target) != 0) return;
-        draw_scaled(*shown_, placement_, area, words_of(target), static_cast<std::size_t>(target.pitch) / 4);
+        draw_scaled(*picture_, placement_, area, words_of(target), static_cast<std::size_t>(target.pitch) / 4);
         SDL_UnlockSurface(&target);
         return;
     }
     // A display of another depth: by way of a surface of this one.
     const SurfaceHandle between{SDL_CreateRGBSurfaceWithFormat(0, target.w, target.h, 32, SDL_PIXELFORMAT_RGB888)};
     if (!between) return;
-    draw_scaled(*shown_, placement_, area, words_of(*between), static_cast<std::size_t>(between->pitch) / 4);
+    draw_scaled(*picture_, placement_, area, words_of(*between), static_cast<std::size_t>(between->pitch) / 4);
     SDL_Rect part{area.x1, area.y1, area.x2 - area.x1 + 1, area.y2 - area.y1 + 1};
     SDL_Rect place = part;
     SDL_BlitSurface(between.get(), &part, &target, &place);

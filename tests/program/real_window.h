@@ -34,7 +34,7 @@ public:
     // The exit status; none when the program still runs after that time, or was killed.
     std::optional<int> wait_for_end(Milliseconds at_most = Milliseconds{10000});
     std::string error_output() const;
-    // Processor time used so far, in seconds.
+    // Processor time that its threads have used so far, in seconds.
     double processor_time() const;
 
 private:

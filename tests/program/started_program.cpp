@@ -3,9 +3,9 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <thread>
@@ -76,15 +76,13 @@ std::string StartedProgram::error_output() const {
 }
 
 double StartedProgram::processor_time() const {
-    std::ifstream file("/proc/" + std::to_string(id_) + "/stat");
-    std::string line;
-    std::getline(file, line);
-    // The name in parentheses may hold anything; 11 fields stand between it and the two times.
-    std::istringstream fields(line.substr(line.rfind(')') + 1));
-    std::string skipped;
-    for (int i = 0; i < 11; ++i)
-        fields >> skipped;
-    double in_program = 0, in_system = 0;
-    fields >> in_program >> in_system;
-    return (in_program + in_system) / static_cast<double>(sysconf(_SC_CLK_TCK));
+    double nanoseconds = 0;
+    const std::filesystem::path threads = "/proc/" + std::to_string(id_) + "/task";
+    for (const auto& thread : std::filesystem::directory_iterator(threads)) {
+        std::ifstream file(thread.path() / "schedstat");
+        double used = 0; // the first figure: time spent on a processor
+        file >> used;
+        nanoseconds += used;
+    }
+    return nanoseconds / 1e9;
 }

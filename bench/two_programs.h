@@ -1,0 +1,72 @@
+// The editor and a minimal SDL program, started on one virtual display and compared.
+#pragma once
+
+#include "app/widgets.h"
+#include "program/real_window.h"
+#include "program/virtual_display.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+// A program whose first whole frame is on the screen.
+class ShownProgram {
+public:
+    ShownProgram(const std::string& path, const std::string& window_class, const VirtualDisplay& display,
+                 const std::filesystem::path& folder, bool (*frame_is_shown)(const RealWindow&))
+        : program_(path, folder.string(),
+                   {{"DISPLAY", display.name()}, {"WAYLAND_DISPLAY", ""}, {"SDL_VIDEODRIVER", ""}}),
+          window_(display.name()) {
+        if (!window_.find(window_class)) throw std::runtime_error("no window of " + path);
+        if (!wait_until([&] { return frame_is_shown(window_); })) throw std::runtime_error("no frame of " + path);
+    }
+    const StartedProgram& process() const { return program_; }
+
+private:
+    StartedProgram program_;
+    RealWindow window_;
+};
+
+inline bool shows_files_screen(const RealWindow& window) {
+    constexpr std::uint32_t directory = 0xFF00FA00;
+    return window.shows_text(50, 130, "[..]", directory);
+}
+inline bool shows_background(const RealWindow& window) { return window.pixel(959, 647) == colour::background; }
+
+// The place where both are compared: a display and an empty folder.
+class Ground {
+public:
+    Ground() {
+        std::string pattern = (std::filesystem::temp_directory_path() / "karosmit-bench-XXXXXX").string();
+        if (display_.name().empty() || !mkdtemp(pattern.data())) throw std::runtime_error("no display or no folder");
+        folder_ = pattern;
+    }
+    ~Ground() {
+        std::error_code ignored;
+        std::filesystem::remove_all(folder_, ignored);
+    }
+    Ground(const Ground&) = delete;
+    Ground& operator=(const Ground&) = delete;
+
+    std::unique_ptr<ShownProgram> show_editor() const {
+        return std::make_unique<ShownProgram>(KAROSMIT_PROGRAM, "karosmit", display_, folder_, shows_files_screen);
+    }
+    std::unique_ptr<ShownProgram> show_minimal_program() const {
+        return std::make_unique<ShownProgram>(MINIMAL_PROGRAM, "minimal_sdl_program", display_, folder_,
+                                              shows_background);
+    }
+
+private:
+    VirtualDisplay display_;
+    std::filesystem::path folder_;
+};
+
+// Prints the line that says whether a figure keeps its limit, and returns it.
+inline bool report_at_most(const char* what, double figure, const char* unit, double limit) {
+    const bool kept = figure <= limit;
+    std::printf("%s: %.3f %s (limit %.2f) %s\n", what, figure, unit, limit, kept ? "ok" : "MISSED");
+    return kept;
+}
