@@ -160,7 +160,7 @@ TEST_F(Program, ASampleCarLoadedAfterTheStartAndSavedUnderAnotherNameIsTheSameBy
                  EXPECT_TRUE(screen_shows(650, 150, "Loaded " + id, 0xFF00DC64)) << id;
                  EXPECT_EQ(window.title(), "Karosmit 1.0.4 - " + CARNAME);
              }),
-             key_press(Key::end), key_press(Key::backspace), typed("x"), control_key(Key::s), key_press(Key::escape)});
+             key_press(Key::home), key_press(Key::delete_), typed("x"), control_key(Key::s), key_press(Key::escape)});
         const std::string copy = "x" + id.substr(1);
         for (const auto& [front, back] :
              {std::pair("car", ".res"), {"st", ".3sh"}, {"stda", ".vsh"}, {"stdb", ".vsh"}}) {
