@@ -8,6 +8,7 @@ std::uint8_t PJCOLS = 0;
 void reset_colours() {
     PAL.fill(0);
     MATERIAL.fill({});
-    for (auto& scheme : PJCOL) scheme.fill(0);
+    for (auto& scheme : PJCOL)
+        scheme.fill(0);
     PJCOLS = 0;
 }

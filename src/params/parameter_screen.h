@@ -1,5 +1,42 @@
-// The Physical parameters screen.
+// The Physical parameters screen: the edit targets in their sections, the torque graph and the description text.
 #pragma once
 
-// Runs until another screen is picked or the program is to end (CURMENU = 255).
+#include "app/input.h"
+#include "params/torque_graph.h"
+
+#include <array>
+#include <span>
+#include <string>
+
+struct ParameterScreen {
+    bool redraw = true;     // the graph, and the rows that changed
+    bool repaint = true;    // a redraw takes in everything
+    bool mysterious = true; // the right-hand column: "Mysterious", or "RPM"
+    bool leave = false;     // the program ends
+    TorqueGraph graph;
+    MouseState last{0, 0, 0, 0}, now{0, 0, 0, 0};
+};
+
+// One row feeds the dispatch and the documents.
+struct ParameterKey {
+    std::string key, or_key; // or_key: another key that does the same, or empty
+    const char* effect;
+    void (*action)(ParameterScreen&);
+};
+std::span<const ParameterKey> parameter_keys();
+
+struct RowRange {
+    int first, last;
+};
+// The rows of the parameter table that the screen shows; an empty range where there is no second one.
+std::array<RowRange, 2> shown_rows(const ParameterScreen& state);
+
+// What is flagged.
+void draw(ParameterScreen& state);
+// A mouse that differs from the last pass, and a key; "" is none.
+void on_mouse(ParameterScreen& state);
+void on_key(ParameterScreen& state, const std::string& typed);
+
+// Runs until the person picks another screen in the menu bar (CURMENU has changed), or presses Escape or closes the
+// window (CURMENU is 255).
 void EDITPARAMS();

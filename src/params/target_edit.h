@@ -1,0 +1,50 @@
+// The edit targets of the parameter table on the screen: showing their values, pointing at them, typing a new one.
+#pragma once
+
+#include "app/line_edit.h"
+#include "params/parameter_table.h"
+
+#include <string>
+
+// The value of a row as the screen shows it; of a name at most the first 21 characters.
+std::string target_text(const PARAMINPUT& target);
+// How many characters the box behind the value holds.
+int target_box_width(const PARAMINPUT& target);
+// Whether the place lies in the row's hover area.
+bool over_target(const PARAMINPUT& target, int x, int y);
+
+// Draws rows first .. last of PTARGET that look otherwise than when they were drawn last.
+void draw_targets(int first, int last);
+// The screen was cleared: all rows must be drawn again.
+void forget_drawn_targets();
+
+// Draws the rows if the mouse changed since the last call, and edits the last one that the left button alone is down
+// on. Returns 1 if one was edited, else 0. The caller has read the mouse in this pass.
+unsigned MAINTAINTARGETS(int first, int last);
+
+// Edits a row in place: steps an option on and moves the mass to it, or takes a number or a name until the person
+// stores it or leaves.
+void EDITTARGET(int row);
+
+// A number or a name while it is typed.
+class TargetEntry {
+public:
+    explicit TargetEntry(const PARAMINPUT& target);
+
+    const LineEdit& field() const { return field_; }
+    // Every key but those that end the edit. True when something changed.
+    bool on_key(const std::string& key);
+    // Into PAR or the name.
+    void store() const;
+
+private:
+    bool is_number() const;
+    bool settle_typed_digit(const LineEdit& before);
+    void settle_deletion();
+
+    const PARAMINPUT& target_;
+    LineEdit field_;
+};
+
+// No mouse seen, nothing drawn.
+void reset_targets();

@@ -1,0 +1,84 @@
+#include "app/edit_loop.h"
+
+#include "app/play.h"
+
+namespace {
+
+class EditLoop : public ScriptedTest {
+protected:
+    int draws = 0;
+    std::vector<std::string> keys;
+    bool stored = false;
+
+    // Runs an edit in which only "n" changes nothing. The script must end it.
+    void edit(std::vector<ScriptStep> steps) {
+        play(std::move(steps), [this] {
+            stored = run_edit([this] { ++draws; },
+                              [this](const std::string& key) {
+                                  keys.push_back(key);
+                                  return key != "n";
+                              });
+        });
+    }
+    // A button is down when the edit begins, as after the click that opened it.
+    void hold_left_button() {
+        window.play({press(10, 10)});
+        while (mouse().buttons == 0)
+            read_mouse();
+    }
+};
+
+} // namespace
+
+TEST_F(EditLoop, EnterStores) {
+    edit({typed("ab"), key_press(Key::enter)});
+    EXPECT_TRUE(stored);
+    EXPECT_EQ(keys, (std::vector<std::string>{"a", "b"}));
+}
+
+TEST_F(EditLoop, DrawsAtTheStartAndAfterEveryChange) {
+    edit({typed("anb"), key_press(Key::enter)});
+    EXPECT_EQ(draws, 3);
+}
+
+TEST_F(EditLoop, EscapeLeaves) {
+    edit({typed("a"), key_press(Key::escape)});
+    EXPECT_FALSE(stored);
+    EXPECT_FALSE(close_requested());
+    EXPECT_EQ(read_key(), "");
+}
+
+TEST_F(EditLoop, APressedButtonLeaves) {
+    for (int button : {1, 2}) {
+        edit({mouse_at(5, 5), typed("a"), press(5, 5, button)});
+        EXPECT_FALSE(stored);
+        edit({release(5, 5, button), key_press(Key::enter)});
+        EXPECT_TRUE(stored);
+    }
+}
+
+TEST_F(EditLoop, TheButtonThatOpenedItCountsOnlyAfterItsRelease) {
+    hold_left_button();
+    edit({mouse_at(20, 20), mouse_at(30, 30), release(30, 30), typed("a"), press(30, 30)});
+    EXPECT_FALSE(stored);
+    EXPECT_EQ(keys, std::vector<std::string>{"a"});
+}
+
+TEST_F(EditLoop, AFurtherButtonLeavesWhileTheFirstIsHeld) {
+    hold_left_button();
+    edit({typed("a"), press(10, 10, 2)});
+    EXPECT_FALSE(stored);
+}
+
+TEST_F(EditLoop, TheCloseRequestLeavesAndStaysUnread) {
+    edit({typed("a"), close_window()});
+    EXPECT_FALSE(stored);
+    EXPECT_TRUE(close_requested());
+    EXPECT_EQ(read_key(), key::close_window);
+}
+
+TEST_F(EditLoop, WhatWasTypedBeforeTheCloseRequestCounts) {
+    edit({at_once({typed("a"), key_press(Key::enter), close_window()})});
+    EXPECT_TRUE(stored);
+    EXPECT_TRUE(close_requested());
+}
