@@ -2,7 +2,8 @@
 //
 // The outline is evaluated, not walked: where it is flatter than a diagonal there is one pixel a column, elsewhere one
 // pixel a row, each computed from the figure's equation. So only the columns and rows inside the clip rectangle cost
-// anything, whatever the radius. All four quadrants are mirror images of one, in which y points upwards here.
+// anything, whatever the radius. The half-axes are rounded to whole pixels. All four quadrants are mirror images of
+// one, in which y points upwards here.
 #include "app/drawing.h"
 #include "app/plotter.h"
 
@@ -22,6 +23,7 @@ double within_turn(double angle) {
 
 // The other coordinate of an ellipse with this half-axis along the given coordinate and that one across it.
 double height_at(double along, double half_axis, double other_half_axis) {
+    if (half_axis == 0) return other_half_axis;
     if (along >= half_axis) return 0;
     return other_half_axis / half_axis * std::sqrt((half_axis - along) * (half_axis + along));
 }
@@ -31,9 +33,10 @@ double share(double part, double whole) { return whole > 0 ? std::clamp(part / w
 // The pixels of one quadrant, relative to the centre.
 class Quadrant {
 public:
-    Quadrant(double half_width, double half_height) : half_width_(half_width), half_height_(half_height) {
-        const double diagonal = std::hypot(half_width, half_height);
-        last_column_ = diagonal > 0 ? static_cast<std::int64_t>(half_width / diagonal * half_width) : 0;
+    Quadrant(std::int64_t half_width, std::int64_t half_height)
+        : half_width_(static_cast<double>(half_width)), half_height_(static_cast<double>(half_height)) {
+        const double diagonal = std::hypot(half_width_, half_height_);
+        last_column_ = diagonal > 0 ? static_cast<std::int64_t>(half_width_ / diagonal * half_width_) : 0;
         rows_ = top_of(last_column_);
         join();
     }
@@ -44,17 +47,12 @@ public:
     // Columns 0 .. last_column() have one pixel each, at top_of() the column.
     std::int64_t last_column() const { return last_column_; }
     std::int64_t top_of(std::int64_t column) const {
-        return whole_pixel(height_at(static_cast<double>(column), half_width_, half_height_));
+        return std::max(rows_, whole_pixel(height_at(static_cast<double>(column), half_width_, half_height_)));
     }
-    // Rows 0 .. rows() - 1 lie below those and have the pixels first_of() .. side_of() the row: one, or as many as it
-    // takes to reach the last column's.
+    // Rows 0 .. rows() - 1, which lie below those, have one pixel each, at side_of() the row.
     std::int64_t rows() const { return rows_; }
     std::int64_t side_of(std::int64_t row) const {
         return whole_pixel(height_at(static_cast<double>(row), half_height_, half_width_));
-    }
-    std::int64_t first_of(std::int64_t row) const {
-        const std::int64_t side = side_of(row);
-        return row == rows_ - 1 ? std::min(side, last_column_ + 1) : side;
     }
 
     // Angles of the pixels, up to a quarter turn, measured as if both half-axes were equal.
@@ -66,11 +64,9 @@ public:
 private:
     // Fits the last column and the first row below it to each other: no gap, and no corner pixel too many.
     void join() {
-        if (rows_ == 0) {
-            last_column_ = std::max(last_column_, whole_pixel(half_width_));
-        } else if (last_column_ > 0 && side_of(rows_ - 1) <= last_column_ && top_of(last_column_ - 1) == rows_) {
-            --last_column_;
-        }
+        const std::int64_t next = rows_ == 0 ? whole_pixel(half_width_) + 1 : side_of(rows_ - 1);
+        last_column_ = std::max(last_column_, next - 1);
+        if (last_column_ > 0 && next <= last_column_ && top_of(last_column_ - 1) == rows_) --last_column_;
     }
 
     double half_width_, half_height_;
@@ -145,7 +141,8 @@ template <typename Visit>
 void for_each_shown(std::int64_t centre, std::int64_t last, int clip_first, int clip_last, Visit visit) {
     const std::int64_t from = std::max<std::int64_t>(clip_first - centre, -last);
     const std::int64_t to = std::min<std::int64_t>(clip_last - centre, last);
-    for (std::int64_t offset = from; offset <= to; ++offset) visit(offset);
+    for (std::int64_t offset = from; offset <= to; ++offset)
+        visit(offset);
 }
 
 template <typename Keep>
@@ -158,12 +155,11 @@ void plot_outline(Plotter& plotter, const Centre& centre, const Quadrant& quadra
         if (keep(mirrored_angle(angle, x < 0, true))) plotter.pixel(centre.x + x, centre.y + top);
     });
     for_each_shown(centre.y, quadrant.rows() - 1, clip.y1, clip.y2, [&](std::int64_t y) {
-        const std::int64_t first = quadrant.first_of(std::abs(y));
         const std::int64_t side = quadrant.side_of(std::abs(y));
         const double angle = quadrant.angle_of_row(std::abs(y));
         // On the screen y grows downwards: positive offsets are the lower half.
-        if (keep(mirrored_angle(angle, false, y > 0))) plotter.across(centre.x + first, centre.x + side, centre.y + y);
-        if (keep(mirrored_angle(angle, true, y > 0))) plotter.across(centre.x - side, centre.x - first, centre.y + y);
+        if (keep(mirrored_angle(angle, false, y > 0))) plotter.pixel(centre.x + side, centre.y + y);
+        if (keep(mirrored_angle(angle, true, y > 0))) plotter.pixel(centre.x - side, centre.y + y);
     });
 }
 
@@ -193,10 +189,11 @@ void plot_radius(Plotter& plotter, const Centre& centre, const Quadrant& quadran
 }
 
 Quadrant quadrant_of(double radius, double aspect) {
-    constexpr double limit = farthest_coordinate;
     const double longer = std::min(radius, 1e30);
-    if (aspect > 1) return {std::min(longer / aspect, limit), std::min(longer, limit)};
-    return {std::min(longer, limit), std::min(longer * aspect, limit)};
+    const double shorter = aspect > 1 ? longer / aspect : longer * aspect;
+    const std::int64_t half_width = whole_pixel(aspect > 1 ? shorter : longer);
+    const std::int64_t half_height = whole_pixel(aspect > 1 ? longer : shorter);
+    return {half_width, half_height};
 }
 
 } // namespace

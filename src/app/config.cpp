@@ -30,8 +30,8 @@ std::string environment(const char* name) {
 std::array<std::string, 5> candidate_directories(const std::string& invocation_path) {
     const std::string home = environment("HOME");
     const std::string beside = program_directory(invocation_path);
-    return {home + "/karosmit/", environment("APPDATA") + "/karosmit/", home + "/.karosmit/",
-            current_directory() + "/", beside.empty() ? "./" : beside};
+    return {home + "/karosmit/", environment("APPDATA") + "/karosmit/", home + "/.karosmit/", current_directory() + "/",
+            beside.empty() ? "./" : beside};
 }
 
 // The person changes directory while the program runs, so a place named relative to where it started is made absolute.
@@ -109,7 +109,9 @@ bool change_directory(const std::string& path) {
 void reset_config() {
     PROGDIR.clear();
     WORKDIR.clear();
-    for (std::string& id : CONFIG_ID) id.clear();
-    for (std::string& value : CONFIG_VALUE) value.clear();
+    for (std::string& id : CONFIG_ID)
+        id.clear();
+    for (std::string& value : CONFIG_VALUE)
+        value.clear();
     CONFIGS = 0;
 }

@@ -23,8 +23,8 @@ std::string program_directory(const std::string& invocation_path);
 // The entries of a configuration text, in order, at most 100.
 std::vector<std::pair<std::string, std::string>> decode_config(std::string_view text);
 
-// Settles PROGDIR from the invocation path, WORKDIR from the first place that holds "karosmit.cfg", and reads the entries.
-// No file, or one that cannot be read, gives no entries.
+// Settles PROGDIR from the invocation path, WORKDIR from the first place that holds "karosmit.cfg", and reads the
+// entries. No file, or one that cannot be read, gives no entries.
 void LOADCONFIG(const std::string& invocation_path);
 
 // The value of the first entry of that key, ignoring case; empty when there is none.

@@ -34,11 +34,13 @@ std::uint32_t load(const std::uint8_t* pixel, std::size_t size) {
 void copy_row(Row target, SourceRow source) { std::memmove(target.data(), source.data(), target.size()); }
 
 void and_row(Row target, SourceRow source) {
-    for (std::size_t i = 0; i < target.size(); ++i) target[i] = target[i] & source[i];
+    for (std::size_t i = 0; i < target.size(); ++i)
+        target[i] = target[i] & source[i];
 }
 
 void or_row(Row target, SourceRow source) {
-    for (std::size_t i = 0; i < target.size(); ++i) target[i] = target[i] | source[i];
+    for (std::size_t i = 0; i < target.size(); ++i)
+        target[i] = target[i] | source[i];
 }
 
 // Blends pixels of any depth: both are taken as colours, the result goes back to the target's depth.
@@ -72,8 +74,10 @@ Placement place(const Canvas& canvas, const Image& image, double x, double y) {
             static_cast<int>(y1),        static_cast<int>(x2 - x1 + 1), static_cast<int>(y2 - y1 + 1)};
 }
 
-template <typename Bytes> Bytes part_of_row(Bytes row, int x, int width, int bytes_per_pixel) {
-    return row.subspan(static_cast<std::size_t>(x * bytes_per_pixel), static_cast<std::size_t>(width * bytes_per_pixel));
+template <typename Bytes>
+Bytes part_of_row(Bytes row, int x, int width, int bytes_per_pixel) {
+    return row.subspan(static_cast<std::size_t>(x * bytes_per_pixel),
+                       static_cast<std::size_t>(width * bytes_per_pixel));
 }
 
 // That part of the picture in a depth, its own or another.

@@ -15,7 +15,8 @@ constexpr int largest_side = 32767;
 
 std::array<std::uint32_t, 256> grey_ramp() {
     std::array<std::uint32_t, 256> ramp{};
-    for (std::uint32_t i = 0; i < ramp.size(); ++i) ramp[i] = i << 16 | i << 8 | i;
+    for (std::uint32_t i = 0; i < ramp.size(); ++i)
+        ramp[i] = i << 16 | i << 8 | i;
     return ramp;
 }
 
@@ -40,8 +41,10 @@ std::uint32_t mask_colour(int bytes_per_pixel) {
 
 void fill(Image& image, std::uint32_t raw) {
     if (raw == 0) return; // as it was created
-    for (int x = 0; x < image.width(); ++x) image.set_pixel(x, 0, raw);
-    for (int y = 1; y < image.height(); ++y) std::ranges::copy(image.row(0), image.row(y).begin());
+    for (int x = 0; x < image.width(); ++x)
+        image.set_pixel(x, 0, raw);
+    for (int y = 1; y < image.height(); ++y)
+        std::ranges::copy(image.row(0), image.row(y).begin());
 }
 
 bool is_depth(int depth) { return depth == 8 || depth == 16 || depth == 32; }
@@ -58,7 +61,8 @@ std::uint32_t nearest_palette_index(std::uint32_t argb) {
     std::uint32_t best_distance = 1000;
     for (std::uint32_t i = 0; i < palette().size(); ++i) {
         const std::uint32_t entry = palette()[i];
-        const std::uint32_t distance = difference(argb, entry, 16) + difference(argb, entry, 8) + difference(argb, entry, 0);
+        const std::uint32_t distance =
+            difference(argb, entry, 16) + difference(argb, entry, 8) + difference(argb, entry, 0);
         if (distance < best_distance) {
             best = i;
             best_distance = distance;
@@ -77,7 +81,8 @@ std::uint32_t rgb565_to_argb(std::uint32_t raw) {
 } // namespace
 
 Image::Image(int width, int height, int bytes_per_pixel, std::size_t pitch)
-    : width_(width), height_(height), bytes_per_pixel_(bytes_per_pixel), pitch_(pitch), pixels_(zeroed_memory(size())) {}
+    : width_(width), height_(height), bytes_per_pixel_(bytes_per_pixel), pitch_(pitch), pixels_(zeroed_memory(size())) {
+}
 
 std::span<std::uint8_t> Image::row(int y) {
     return bytes().subspan(static_cast<std::size_t>(y) * pitch_, static_cast<std::size_t>(width_ * bytes_per_pixel_));

@@ -69,7 +69,7 @@ struct ImageInfo {
 };
 ImageInfo image_info(Image& image);
 
-// The palette of 8-bit images, 0x00RRGGBB per entry: one for the whole program, as the screen of 8 bits had. Starts as a
-// grey ramp. Indices outside 0 .. 255 read as 0 and set nothing.
+// The palette of 8-bit images, 0x00RRGGBB per entry: one for the whole program, as the screen of 8 bits had. Starts as
+// a grey ramp. Indices outside 0 .. 255 read as 0 and set nothing.
 std::uint32_t palette_entry(int index);
 void set_palette_entry(int index, std::uint8_t red, std::uint8_t green, std::uint8_t blue);

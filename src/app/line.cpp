@@ -40,7 +40,8 @@ struct Course {
         return steps;
     }
 
-    template <typename Visit> void walk(const Steps& steps, Visit visit) const {
+    template <typename Visit>
+    void walk(const Steps& steps, Visit visit) const {
         if (steps.first > steps.last) return;
         // m(i) is the quotient by `whole`; the remainder tells when it grows next.
         const std::int64_t whole = std::max<std::int64_t>(2 * longer, 1);

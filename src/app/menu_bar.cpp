@@ -25,8 +25,8 @@ bool on_cell(const MouseState& at, int cell) {
 }
 
 // Draws one cell; true when the click on it picked another screen.
-// ODDITY menu-two-dark-cells (kept): cells are drawn in order with CURMENU as it stands, so that a click to the right of
-// the current cell leaves both dark until the new screen redraws the bar.
+// ODDITY menu-two-dark-cells (kept): cells are drawn in order with CURMENU as it stands, so that a click to the right
+// of the current cell leaves both dark until the new screen redraws the bar.
 bool draw_cell(const MouseState& at, int cell) {
     bool picked = false;
     std::uint32_t ground = colour::background;
@@ -50,7 +50,8 @@ int MAINTAINMENU(bool force) {
     bool changed = false;
     {
         const ScreenLock lock;
-        for (int cell = 0; cell < menu_cells; ++cell) changed |= draw_cell(at, cell);
+        for (int cell = 0; cell < menu_cells; ++cell)
+            changed |= draw_cell(at, cell);
         if (MENUIMG) draw_image(screen(), *MENUIMG, 0, menu_top, DrawMode::alpha);
     }
     if (changed) return -1;

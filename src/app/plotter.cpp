@@ -20,9 +20,11 @@ std::uint32_t colour_to_raw(std::uint32_t colour, int bytes_per_pixel) {
     return bytes_per_pixel == 1 ? colour & 0xFF : argb_to_raw(colour, bytes_per_pixel);
 }
 
-template <typename Pixel> void fill_run(std::uint8_t* first, std::int64_t count, std::uint32_t raw) {
+template <typename Pixel>
+void fill_run(std::uint8_t* first, std::int64_t count, std::uint32_t raw) {
     const Pixel pixel = static_cast<Pixel>(raw);
-    for (std::int64_t i = 0; i < count; ++i) std::memcpy(first + i * std::int64_t{sizeof pixel}, &pixel, sizeof pixel);
+    for (std::int64_t i = 0; i < count; ++i)
+        std::memcpy(first + i * std::int64_t{sizeof pixel}, &pixel, sizeof pixel);
 }
 
 } // namespace
@@ -55,5 +57,6 @@ void Plotter::across(std::int64_t x1, std::int64_t x2, std::int64_t y) {
 
 void Plotter::down(std::int64_t x, std::int64_t y1, std::int64_t y2) {
     const std::int64_t last = std::min<std::int64_t>(y2, clip_.y2);
-    for (std::int64_t y = std::max<std::int64_t>(y1, clip_.y1); y <= last; ++y) pixel(x, y);
+    for (std::int64_t y = std::max<std::int64_t>(y1, clip_.y1); y <= last; ++y)
+        pixel(x, y);
 }

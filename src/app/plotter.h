@@ -9,8 +9,8 @@
 // Wide enough for every picture and small enough that the products of the line and the circle stay exact in 64 bits.
 constexpr std::int64_t farthest_coordinate = std::int64_t{1} << 29;
 
-// The nearest whole pixel, halves to the even one, at most farthest_coordinate from the origin. The coordinate must be a
-// number; infinities are.
+// The nearest whole pixel, halves to the even one, at most farthest_coordinate from the origin. The coordinate must be
+// a number; infinities are.
 std::int64_t whole_pixel(double coordinate);
 
 // Whether all of them are numbers.

@@ -59,8 +59,10 @@ void run_screens() {
         case screen_number::parameters: EDITPARAMS(); break;
         default:
             read_mouse();
-            if (read_key() == key::close_window) CURMENU = screen_number::quit;
-            else MAINTAINMENU(false);
+            if (read_key() == key::close_window)
+                CURMENU = screen_number::quit;
+            else
+                MAINTAINMENU(false);
             break;
         }
     }

@@ -3,8 +3,8 @@
 
 #include <string>
 
-// Opens the window, fills the tables and reads the data files, in the order in which they build on each other. A missing
-// data file stops nothing. False, with one line of reason in `error`, when no window can be opened.
+// Opens the window, fills the tables and reads the data files, in the order in which they build on each other. A
+// missing data file stops nothing. False, with one line of reason in `error`, when no window can be opened.
 bool start_up(const std::string& invocation_path, std::string& error);
 // Runs the screen that CURMENU names until it is 255.
 void run_screens();

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <utility>
 
 namespace {
@@ -29,6 +30,7 @@ bool ScriptedBackend::open(int width, int height, std::string& error) {
         return false;
     }
     shown_width_ = width;
+    shown_height_ = height;
     shown_.assign(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), 0);
     return true;
 }
@@ -38,13 +40,16 @@ void ScriptedBackend::set_title(const std::string& title) { title_ = title; }
 void ScriptedBackend::present(const Image& picture, const Rectangle& changed) {
     ++frames_;
     last_changed_ = changed;
-    for (int y = changed.y1; y <= changed.y2; ++y)
-        for (int x = changed.x1; x <= changed.x2; ++x)
-            if (const std::size_t at = index_of(x, y); at < shown_.size()) shown_[at] = picture.pixel(x, y);
+    const Rectangle kept = intersection(changed, {0, 0, shown_width_ - 1, shown_height_ - 1});
+    if (kept.empty()) return;
+    const std::size_t left = static_cast<std::size_t>(kept.x1) * 4;
+    const std::size_t length = static_cast<std::size_t>(kept.x2 - kept.x1 + 1) * 4;
+    for (int y = kept.y1; y <= kept.y2; ++y)
+        std::memcpy(&shown_[index_of(kept.x1, y)], picture.row(y).data() + left, length);
 }
 
 std::size_t ScriptedBackend::index_of(int x, int y) const {
-    if (x < 0 || y < 0 || x >= shown_width_) return shown_.size();
+    if (x < 0 || y < 0 || x >= shown_width_ || y >= shown_height_) return shown_.size();
     return static_cast<std::size_t>(y) * static_cast<std::size_t>(shown_width_) + static_cast<std::size_t>(x);
 }
 

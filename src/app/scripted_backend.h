@@ -57,7 +57,7 @@ private:
     int frames_ = 0;
     Rectangle last_changed_;
     std::vector<std::uint32_t> shown_;
-    int shown_width_ = 0;
+    int shown_width_ = 0, shown_height_ = 0;
 };
 
 // Words for scripts.

@@ -1,4 +1,7 @@
-// The window of SDL: the only file that knows the library.
+// The window of SDL, which only this file's source and sdl_events know.
+//
+// The picture goes into the window's own surface, scaled as scaling.h says, and only where it changed; the surface is
+// drawn anew from the last picture whenever the window was resized or uncovered.
 #pragma once
 
 #include "app/backend.h"

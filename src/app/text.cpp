@@ -28,7 +28,9 @@ std::string_view without_leading_blanks(std::string_view text) {
     return text;
 }
 
-std::string_view without_trailing_blanks(std::string_view text) { return text.substr(0, text.find_last_not_of(' ') + 1); }
+std::string_view without_trailing_blanks(std::string_view text) {
+    return text.substr(0, text.find_last_not_of(' ') + 1);
+}
 
 std::string_view trimmed(std::string_view text) { return without_leading_blanks(without_trailing_blanks(text)); }
 

@@ -14,5 +14,6 @@ std::string_view trimmed(std::string_view text);
 std::string extension_of(std::string_view file_name);
 // Takes the next line off `rest`, without its line end ("\n" or "\r\n"). False when `rest` is used up.
 bool next_line(std::string_view& rest, std::string_view& line);
-// The whole number at the start of the text, 0 when there is none; leading blanks and a sign are taken. Kept in 32 bits.
+// The whole number at the start of the text, 0 when there is none; leading blanks and a sign are taken. Kept in 32
+// bits.
 long leading_integer(std::string_view text);

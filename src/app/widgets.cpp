@@ -58,13 +58,11 @@ void update_state(BLISSBUTTON& button, bool hovered) {
 }
 
 // The mouse state that MAINTAINBUTTONS compares with.
-// ODDITY buttons-never-remember-mouse (kept): it is never stored into, so that every call looks at all buttons unless the
-// mouse rests at (0,0) with no button down.
+// ODDITY buttons-never-remember-mouse (kept): it is never stored into, so that every call looks at all buttons unless
+// the mouse rests at (0,0) with no button down.
 constexpr MouseState remembered_mouse{.x = 0, .y = 0, .wheel = 0, .buttons = 0};
 
-bool same_place(const MouseState& a, const MouseState& b) {
-    return a.x == b.x && a.y == b.y && a.buttons == b.buttons;
-}
+bool same_place(const MouseState& a, const MouseState& b) { return a.x == b.x && a.y == b.y && a.buttons == b.buttons; }
 
 } // namespace
 
@@ -124,6 +122,7 @@ int MAINTAINBUTTONS() {
 }
 
 void reset_widgets() {
-    for (BLISSBUTTON& button : BUTTON) button = {};
+    for (BLISSBUTTON& button : BUTTON)
+        button = {};
     BUTTONS = 0;
 }

@@ -7,14 +7,14 @@
 #include <string>
 
 namespace colour {
-constexpr std::uint32_t background = 0xFF32141E;   // also a button's back colour and a menu cell
+constexpr std::uint32_t background = 0xFF32141E; // also a button's back colour and a menu cell
 constexpr std::uint32_t title = 0xFFFAFAFA;
-constexpr std::uint32_t label = 0xFFB4B4B4;        // also a button's main colour
+constexpr std::uint32_t label = 0xFFB4B4B4; // also a button's main colour
 constexpr std::uint32_t value = 0xFF00B464;
 constexpr std::uint32_t success = 0xFF00DC64;
 constexpr std::uint32_t error = 0xFFDC5000;
-constexpr std::uint32_t pressed = 0xFF280A14;      // menu cell of the current screen, ground of an edited field
-constexpr std::uint32_t hover = 0xFF3C1E28;        // menu cell under the mouse, inactive button
+constexpr std::uint32_t pressed = 0xFF280A14; // menu cell of the current screen, ground of an edited field
+constexpr std::uint32_t hover = 0xFF3C1E28;   // menu cell under the mouse, inactive button
 constexpr std::uint32_t section_light = 0xFF64283C;
 constexpr std::uint32_t section_dark = 0xFF190A0F;
 constexpr std::uint32_t section_title = 0xFFDC7896;
@@ -48,8 +48,8 @@ extern std::uint8_t BUTTONS;
 void CREATESIMPLEBUTTON(int x, int y, const std::string& caption, int id);
 // Appends a button beside the last one, or below it and as wide. Nothing without a last one.
 void APPENDBUTTON(const std::string& caption, int id, bool below);
-// Redraws the buttons whose state changed with the mouse. Returns the id of the one under the mouse while the left button
-// alone is down, else 0. The caller has read the mouse in this pass.
+// Redraws the buttons whose state changed with the mouse. Returns the id of the one under the mouse while the left
+// button alone is down, else 0. The caller has read the mouse in this pass.
 int MAINTAINBUTTONS();
 
 void reset_widgets();

@@ -2,15 +2,18 @@
 
 #include "app/backend.h"
 
+#include <cstring>
+#include <vector>
+
 namespace {
 
 constexpr std::uint32_t black = 0xFF000000;
 constexpr Rectangle whole_screen{0, 0, screen_width - 1, screen_height - 1};
 
 void blacken(Image& picture) {
+    const std::vector<std::uint32_t> row(screen_width, black);
     for (int y = 0; y < picture.height(); ++y)
-        for (int x = 0; x < picture.width(); ++x)
-            picture.set_pixel(x, y, black);
+        std::memcpy(picture.row(y).data(), row.data(), picture.row(y).size());
 }
 
 struct Screen {

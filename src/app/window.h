@@ -8,8 +8,8 @@
 constexpr int screen_width = 960;
 constexpr int screen_height = 648;
 
-// Opens the window of the backend in use with a black picture. False, with one line of reason in `error`, when that fails;
-// drawing works all the same.
+// Opens the window of the backend in use with a black picture. False, with one line of reason in `error`, when that
+// fails; drawing works all the same.
 bool open_screen(std::string& error);
 // Fixes the text grid; print_text wraps at its width.
 void set_text_grid(int columns, int rows);

@@ -25,7 +25,8 @@ void read_header(ByteReader& reader, BitmapRecord& bitmap) {
 std::size_t area(const BitmapRecord& bitmap) { return std::size_t{bitmap.width} * bitmap.height; }
 
 bool belongs_to(const BitmapRecord& bitmap, BitmapSet set) {
-    return has_pixel_buffer(bitmap) && bitmap_set_ids(set).find("/" + bitmap.name + "/") != std::string_view::npos;
+    return has_pixel_buffer(bitmap) && bitmap.name.size() == archive_id_length &&
+           bitmap_set_ids(set).find("/" + bitmap.name + "/") != std::string_view::npos;
 }
 
 bool has_room_for(const BitmapRecord& bitmap) {
@@ -102,15 +103,19 @@ std::string_view bitmap_set_ids(BitmapSet set) {
                : "/!cg0/!eg0/dot /dot1/dot2/dota/gnab/gnob/dig0/dig1/dig2/dig3/dig4/dig5/dig6/dig7/dig8/dig9/";
 }
 
+bool merge_bitmap_file(BitmapFile file) {
+    bool everything = !file.cut;
+    for (BitmapRecord& bitmap : file.bitmaps)
+        if (!merge(std::move(bitmap))) everything = false;
+    resolve_positions();
+    UPDATEDASHITEMS();
+    return everything;
+}
+
 void LOADVSH(const std::string& filename) {
     const auto file = load_and_report(filename);
     if (!file) return;
-    BitmapFile loaded = decode_bitmap_file(*file);
-    for (BitmapRecord& bitmap : loaded.bitmaps)
-        if (!merge(std::move(bitmap))) loaded.cut = true;
-    resolve_positions();
-    UPDATEDASHITEMS();
-    if (loaded.cut) report_file(file_status::cut_to_fit);
+    if (!merge_bitmap_file(decode_bitmap_file(*file))) report_file(file_status::cut_to_fit);
 }
 
 void SAVEVSH(const std::string& filename) { save_and_report(filename, encode_bitmap_file(bitmap_set_for(filename))); }

@@ -36,8 +36,13 @@ BitmapSet bitmap_set_for(std::string_view path);
 // "/id/id/.../": the ids of a set.
 std::string_view bitmap_set_ids(BitmapSet set);
 
-// Merges the file's bitmaps into BITMAP, replacing those of the same id, resolves the positions and binds the items.
-// "File not found" changes nothing; what finds no room in the table is left out and reported as "Too large, cut to
-// fit".
+// Merges bitmaps into BITMAP, replacing those of the same id, builds their previews, resolves the positions and binds
+// the items. What finds no room in the table (100 bitmaps, max_bitmap_pixels) is left out; a bitmap of its id then
+// stays. False when anything was left out, be it here or by the decoder.
+bool merge_bitmap_file(BitmapFile file);
+
+// Merges the bitmaps of a file. "File not found" changes nothing; whatever was left out is reported as "Too large, cut
+// to fit".
 void LOADVSH(const std::string& filename);
+// Writes the set that the path stands for. Reports "Invalid file name" or "Write error".
 void SAVEVSH(const std::string& filename);

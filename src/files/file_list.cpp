@@ -109,16 +109,18 @@ void add_directory_entry(const DirectoryEntry& entry, const std::string& mode) {
 
 void sort_entries() {
     std::vector<std::pair<std::string, LISTEDFILE>> sorted;
-    for (int i = 1; i <= LFILES; ++i) sorted.emplace_back(lower_case(LFILE[i].shown), std::move(LFILE[i]));
+    for (int i = 1; i <= LFILES; ++i)
+        sorted.emplace_back(lower_case(LFILE[i].shown), std::move(LFILE[i]));
     std::ranges::stable_sort(sorted, [](const auto& a, const auto& b) {
         return a.second.kind != b.second.kind ? a.second.kind > b.second.kind : a.first < b.first;
     });
-    for (int i = 1; i <= LFILES; ++i) LFILE[i] = std::move(sorted[static_cast<std::size_t>(i - 1)].second);
+    for (int i = 1; i <= LFILES; ++i)
+        LFILE[i] = std::move(sorted[static_cast<std::size_t>(i - 1)].second);
 }
 
 // Where `marker` first occurs in the next `length` bytes.
-// ODDITY list-missing-marker (kept): a marker that is missing counts as found one byte before the run, so that the entry
-// still shows whatever text stands there.
+// ODDITY list-missing-marker (kept): a marker that is missing counts as found one byte before the run, so that the
+// entry still shows whatever text stands there.
 std::int64_t marker_position(ByteReader reader, std::string_view marker, std::size_t length) {
     const std::size_t found = reader.text(length).find(marker);
     return found == std::string::npos ? -1 : static_cast<std::int64_t>(found);
@@ -159,12 +161,14 @@ std::string listed_project_name(std::span<const std::byte> project_file) {
 }
 
 void UPDATEFILELIST(const std::string& mode) {
-    for (LISTEDFILE& entry : LFILE) entry = {};
+    for (LISTEDFILE& entry : LFILE)
+        entry = {};
     LFILES = 0;
     add_links();
     add_entry("..", "..", entry_kind::directory);
     auto entries = wanted_entries(mode);
     keep_first_by_name(entries, static_cast<std::size_t>(max_listed_files - LFILES));
-    for (const DirectoryEntry& entry : entries) add_directory_entry(entry, mode);
+    for (const DirectoryEntry& entry : entries)
+        add_directory_entry(entry, mode);
     sort_entries();
 }

@@ -15,7 +15,7 @@ constexpr std::uint8_t file = 0, directory = 1, completed_link = 2, link = 3; //
 }
 
 struct LISTEDFILE {
-    std::string name;  // what choosing it stands for: file name, directory, or a car's identifier
+    std::string name; // what choosing it stands for: file name, directory, or a car's identifier
     std::string shown;
     std::uint8_t kind = entry_kind::file;
 };
@@ -27,9 +27,9 @@ extern std::int16_t LFILES;
 // The mode that lists car sets and projects by their names.
 inline const std::string cars_mode = "cars";
 
-// Fills LFILE anew from the current directory. `mode` is "cars", a filter of extensions such as ".res.vsh.", or empty for
-// every file. Links come first, then "..", then the rest in name order until 200 entries are there; then all are sorted:
-// larger kinds first, within a kind by the shown text without regard to case. Only regular files are opened.
+// Fills LFILE anew from the current directory. `mode` is "cars", a filter of extensions such as ".res.vsh.", or empty
+// for every file. Links come first, then "..", then the rest in name order until 200 entries are there; then all are
+// sorted: larger kinds first, within a kind by the shown text without regard to case. Only regular files are opened.
 void UPDATEFILELIST(const std::string& mode);
 
 // Whether a file name passes a filter (not "cars").

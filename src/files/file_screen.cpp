@@ -65,7 +65,8 @@ std::string first_list_mode(std::uint8_t mode) {
 // --- drawing -------------------------------------------------------------------------------------------------------
 
 // Draws inside an area only, on fresh background.
-template <typename Draw> void redraw_area(const Rectangle& area, Draw draw) {
+template <typename Draw>
+void redraw_area(const Rectangle& area, Draw draw) {
     const ScreenLock lock;
     fill_box(screen(), area.x1, area.y1, area.x2, area.y2, colour::background);
     screen().set_clip(area.x1, area.y1, area.x2, area.y2);
@@ -150,11 +151,6 @@ void draw_status(const TransferReport& report) {
 
 // --- actions -------------------------------------------------------------------------------------------------------
 
-void end_program(FileScreen& state) {
-    CURMENU = screen_number::quit;
-    state.leave = true;
-}
-
 void run_transfer(FileScreen& state, Transfer direction) {
     const std::string name = state.field(Field::file).text();
     const TransferReport report = transfer(direction, name);
@@ -207,7 +203,8 @@ void hover(FileScreen& state, int row) {
     state.redraw_list = true;
 }
 
-// ODDITY files-wheel-stops-short (kept): in a list of more than 28 entries the wheel never brings the last one into view.
+// ODDITY files-wheel-stops-short (kept): in a list of more than 28 entries the wheel never brings the last one into
+// view.
 void scroll(FileScreen& state, int rows_down) {
     state.top = std::max(1, std::min(state.top + rows_down, LFILES - list_rows));
     state.redraw_list = true;
@@ -249,8 +246,9 @@ void on_button(FileScreen& state, int button) {
 // --- keys ----------------------------------------------------------------------------------------------------------
 
 void on_key(FileScreen& state, const std::string& pressed) {
-    if (pressed == key::escape || pressed == key::close_window) {
-        end_program(state);
+    if (pressed == key::escape) {
+        CURMENU = screen_number::quit;
+        state.leave = true;
     } else if (pressed == key::tab || pressed == key::up || pressed == key::down) {
         switch_focus(state);
     } else if (pressed == key::enter) {
@@ -302,6 +300,10 @@ std::string FILEHANDLING(std::uint8_t mode) {
         redraw(state);
         const MouseState at = read_mouse();
         const std::string pressed = read_key();
+        if (pressed == key::close_window) { // before anything that waits for a button, which may still be down
+            CURMENU = screen_number::quit;
+            break;
+        }
         on_mouse(state, at);
         on_button(state, MAINTAINBUTTONS());
         on_key(state, pressed);

@@ -1,5 +1,5 @@
-// The Files screen: a directory browser through which every car file is loaded and saved, and the file picker of the Dash
-// manager.
+// The Files screen: a directory browser through which every car file is loaded and saved, and the file picker of the
+// Dash manager.
 #pragma once
 
 #include <cstdint>
@@ -10,6 +10,6 @@ constexpr std::uint8_t cars = 1;     // the Files screen
 constexpr std::uint8_t pictures = 2; // the picker: names with extensions that no reader knows are its result
 } // namespace file_screen_mode
 
-// Runs the screen until another one is picked, the program is to end (CURMENU = 255), or, as a picker, a name was chosen:
-// then the result is "L:" (to load) or "S:" (to save) followed by the File field; otherwise it is empty.
+// Runs the screen until another one is picked, the program is to end (CURMENU = 255), or, as a picker, a name was
+// chosen: then the result is "L:" (to load) or "S:" (to save) followed by the File field; otherwise it is empty.
 std::string FILEHANDLING(std::uint8_t mode);

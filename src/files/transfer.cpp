@@ -24,8 +24,8 @@ void load_all_shapes(const std::string& filename) { LOAD3SH(filename, all_shapes
 struct FileKind {
     std::string_view extension;
     FileProcedure load;
-    FileProcedure save;                 // null: cannot be saved
-    std::string_view unpacked_name{};   // of a packed kind: the file in WORKDIR that the unpacker makes
+    FileProcedure save;               // null: cannot be saved
+    std::string_view unpacked_name{}; // of a packed kind: the file in WORKDIR that the unpacker makes
 };
 
 constexpr FileKind file_kinds[] = {

@@ -1,5 +1,5 @@
-// Loading and saving by name: which reader or writer a name stands for, the packed kinds, the set of four files that makes
-// a car, and what the screen says about the outcome.
+// Loading and saving by name: which reader or writer a name stands for, the packed kinds, the set of four files that
+// makes a car, and what the screen says about the outcome.
 #pragma once
 
 #include <string>
@@ -13,10 +13,10 @@ struct TransferReport {
     std::string first_failure{}; // of a car's four files, the first that failed with its error; empty when none did
 };
 
-// Does what the name asks for. Without a ".", a name of exactly four characters stands for the car's four files; any other
-// name does nothing. Sets the file-status record.
+// Does what the name asks for. Without a ".", a name of exactly four characters stands for the car's four files; any
+// other name does nothing. Sets the file-status record.
 TransferReport transfer(Transfer direction, const std::string& name);
 
-// The files that the car list shows instead of cars: every kind that can be loaded, the packed ones only when an unpacker
-// is configured.
+// The files that the car list shows instead of cars: every kind that can be loaded, the packed ones only when an
+// unpacker is configured.
 std::string car_file_filter();

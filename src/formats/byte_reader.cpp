@@ -4,8 +4,7 @@
 #include <bit>
 #include <limits>
 
-ByteReader::ByteReader(std::span<const std::byte> bytes, std::uint64_t position)
-    : bytes_(bytes), position_(position) {}
+ByteReader::ByteReader(std::span<const std::byte> bytes, std::uint64_t position) : bytes_(bytes), position_(position) {}
 
 void ByteReader::seek(std::uint64_t position) { position_ = position; }
 
@@ -31,7 +30,8 @@ namespace {
 // The little-endian value of all bytes of `part`.
 std::uint64_t little_endian(std::span<const std::byte> part) {
     std::uint64_t value = 0;
-    for (std::size_t i = part.size(); i > 0; --i) value = value << 8 | std::to_integer<std::uint64_t>(part[i - 1]);
+    for (std::size_t i = part.size(); i > 0; --i)
+        value = value << 8 | std::to_integer<std::uint64_t>(part[i - 1]);
     return value;
 }
 } // namespace

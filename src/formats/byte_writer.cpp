@@ -4,7 +4,8 @@
 
 namespace {
 void append_little_endian(Bytes& bytes, std::uint64_t value, int width) {
-    for (int i = 0; i < width; ++i) bytes.push_back(static_cast<std::byte>(value >> (8 * i) & 0xFF));
+    for (int i = 0; i < width; ++i)
+        bytes.push_back(static_cast<std::byte>(value >> (8 * i) & 0xFF));
 }
 } // namespace
 
@@ -19,5 +20,6 @@ void ByteWriter::text(std::string_view run) { bytes(std::as_bytes(std::span(run)
 void ByteWriter::zeros(std::size_t count) { bytes_.resize(bytes_.size() + count); }
 
 void ByteWriter::u32_at(std::size_t position, std::uint32_t value) {
-    for (std::size_t i = 0; i < 4; ++i) bytes_.at(position + i) = static_cast<std::byte>(value >> (8 * i) & 0xFF);
+    for (std::size_t i = 0; i < 4; ++i)
+        bytes_.at(position + i) = static_cast<std::byte>(value >> (8 * i) & 0xFF);
 }

@@ -105,8 +105,8 @@ void flush_directory(const std::string& directory) {
 }
 
 SaveOutcome finish(int descriptor, const std::string& target, std::span<const std::byte> content) {
-    const bool written = write_all(descriptor, content) && ::fchmod(descriptor, mode_for(target)) == 0 &&
-                         ::fsync(descriptor) == 0;
+    const bool written =
+        write_all(descriptor, content) && ::fchmod(descriptor, mode_for(target)) == 0 && ::fsync(descriptor) == 0;
     return written ? SaveOutcome::saved : SaveOutcome::write_failed;
 }
 

@@ -11,8 +11,8 @@
 // No file of this program comes near this size; of a larger one only so much is read.
 constexpr std::size_t largest_file = std::size_t{512} << 20;
 
-// The bytes of a regular file (or what a link to one leads to), at most `limit` of them. Nothing when it does not exist,
-// cannot be opened, or is a directory, a pipe or a device; those are never opened.
+// The bytes of a regular file (or what a link to one leads to), at most `limit` of them. Nothing when it does not
+// exist, cannot be opened, or is a directory, a pipe or a device; those are never opened.
 std::optional<Bytes> read_file(const std::string& path, std::size_t limit = largest_file);
 
 // Whether read_file would find a regular file there.

@@ -63,11 +63,15 @@ std::vector<std::array<std::uint8_t, 4>> decode_colour_schemes(std::string_view 
 }
 
 void LOADMATERIALS() {
+    // ODDITY base-colours-need-file (kept): the base materials have colours of their own only where there is a table
+    // file.
     if (const auto file = read_file(PROGDIR + "material.dat")) {
         for (std::size_t i = 0; i < base_colours.size(); ++i)
             MATERIAL[first_base_material + i].colour = base_colours[i];
         decode_materials(*file, MATERIAL);
     }
+    // ODDITY schemes-from-current-directory (kept): unlike the other data files the schemes belong to the user's
+    // directory, so that every set of cars may have its own.
     const auto schemes = read_file("pjobs.cfg");
     keep_schemes(decode_colour_schemes(schemes ? text_of(*schemes) : std::string()));
 }

@@ -24,8 +24,10 @@ bool settle_paint_jobs() {
 }
 
 void reset_car() {
-    for (SHAPEMODEL& model : CAR) model = {};
-    for (SHAPEMODEL& model : CEXP) model = {};
+    for (SHAPEMODEL& model : CAR)
+        model = {};
+    for (SHAPEMODEL& model : CEXP)
+        model = {};
     CARCLIP = {};
     WFCAR = {};
     VCAR = {};

@@ -1,6 +1,6 @@
 // The car's shapes: the model records, the five car slots, the four explosion models, the clipboard and the renderer's
-// working copies, with the scale of each slot. Everything here is fixed in size and lives for the whole run; the readers
-// overwrite it in place.
+// working copies, with the scale of each slot. Everything here is fixed in size and lives for the whole run; the
+// readers overwrite it in place.
 //
 // Axes of a model: x across the car, y along it, z upwards; lengths in model units (file integer x the slot's scale).
 #pragma once
@@ -8,10 +8,10 @@
 #include <array>
 #include <cstdint>
 
-constexpr int shape_capacity = 512;          // vertices, and primitives, of one model
-constexpr int max_primitive_vertices = 12;   // vertex indices that a primitive has room for
-constexpr int max_paint_jobs = 17;           // materials that a primitive has room for
-constexpr int car_slots = 5;                 // showroom, game, intro and two auxiliary ones
+constexpr int shape_capacity = 512;        // vertices, and primitives, of one model
+constexpr int max_primitive_vertices = 12; // vertex indices that a primitive has room for
+constexpr int max_paint_jobs = 17;         // materials that a primitive has room for
+constexpr int car_slots = 5;               // showroom, game, intro and two auxiliary ones
 constexpr int explosion_models = 4;
 
 struct SHAPEVERTEX {
@@ -22,12 +22,12 @@ struct SHAPEVERTEX {
 };
 
 struct SHAPEPRIM {
-    std::uint8_t type = 0;                                    // see primitive_vertex_count
+    std::uint8_t type = 0;                                      // see primitive_vertex_count
     std::array<std::uint16_t, max_primitive_vertices> vertex{}; // indices into verts; may point past nverts
-    std::array<std::uint16_t, max_paint_jobs> material{};     // one a paint job, 0 .. 255
-    std::uint32_t cull1 = 0, cull2 = 0;                       // the game's culling masks, kept unchanged
-    std::uint8_t flags = 0;                                   // bit 0: drawn from both sides
-    std::uint8_t mark = 0;                                    // not 0: highlighted in the wireframe views
+    std::array<std::uint16_t, max_paint_jobs> material{};       // one a paint job, 0 .. 255
+    std::uint32_t cull1 = 0, cull2 = 0;                         // the game's culling masks, kept unchanged
+    std::uint8_t flags = 0;                                     // bit 0: drawn from both sides
+    std::uint8_t mark = 0;                                      // not 0: highlighted in the wireframe views
 
     bool operator==(const SHAPEPRIM&) const = default;
 };
@@ -65,7 +65,7 @@ struct VISUALMODEL {
     std::array<VISUALPRIM, 1024> tris{};
 };
 
-extern std::array<SHAPEMODEL, car_slots> CAR;         // 0 showroom, 1 game, 2 intro, 3 and 4 auxiliary
+extern std::array<SHAPEMODEL, car_slots> CAR; // 0 showroom, 1 game, 2 intro, 3 and 4 auxiliary
 extern std::array<SHAPEMODEL, explosion_models> CEXP;
 extern SHAPEMODEL CARCLIP; // the 3D editor's clipboard
 extern SHAPEMODEL WFCAR;   // working copy of the wireframe views
@@ -74,9 +74,9 @@ extern VISUALMODEL VCAR;
 // Model units per file integer. 0: showroom; 1: game and explosion models; 2: intro; 3: the parameter block's lengths.
 constexpr std::array<double, 4> CARSCALE = {0.002, 0.04, 0.05, 0.000625};
 
-extern std::int8_t CURMODEL;    // 0 .. 4
-extern std::uint8_t PAINTJOBS;  // 1 .. 17
-extern std::uint8_t CURPJ;      // 0 .. PAINTJOBS - 1
+extern std::int8_t CURMODEL;   // 0 .. 4
+extern std::uint8_t PAINTJOBS; // 1 .. 17
+extern std::uint8_t CURPJ;     // 0 .. PAINTJOBS - 1
 
 // How many vertex indices a primitive of this type uses, in every format: 1 .. 10 as many as the type says, 11 (sphere)
 // two, 12 (wheel) six, anything else none.

@@ -8,18 +8,19 @@
 #include <memory>
 
 struct MaterialColour {
-    std::uint32_t colour = 0;    // alpha always 0xFF once read
-    std::uint8_t attribute = 0;  // top byte of the stored word, kept aside
+    std::uint32_t colour = 0;   // alpha always 0xFF once read
+    std::uint8_t attribute = 0; // top byte of the stored word, kept aside
 };
 
-extern std::array<std::uint32_t, 256> PAL;           // the game's palette
-extern std::array<MaterialColour, 256> MATERIAL;     // by material number
+extern std::array<std::uint32_t, 256> PAL;       // the game's palette
+extern std::array<MaterialColour, 256> MATERIAL; // by material number
 constexpr int max_colour_schemes = 32;
 extern OneBased<std::array<std::uint8_t, 4>, max_colour_schemes> PJCOL; // four materials a scheme, one per shade
-extern std::uint8_t PJCOLS;                          // schemes in use
+extern std::uint8_t PJCOLS;                                             // schemes in use
 
-// Finds the palette index nearest to a colour: the smallest |dR| + |dG| + |dB|, the lowest index on ties; alpha takes no
-// part. Built once for a palette, then asked per pixel; always gives exactly what a plain scan of the 256 entries gives.
+// Finds the palette index nearest to a colour: the smallest |dR| + |dG| + |dB|, the lowest index on ties; alpha takes
+// no part. Made for a palette, then asked per pixel; it learns from what it is asked, so one object serves one thread.
+// Always gives exactly what a plain scan of the 256 entries gives.
 class NearestPaletteEntry {
 public:
     explicit NearestPaletteEntry(const std::array<std::uint32_t, 256>& palette);

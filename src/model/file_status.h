@@ -5,17 +5,17 @@
 #include <cstdint>
 #include <string>
 
-extern std::string FILE_FILE;      // the file last handled, set before anything else is tried
-extern std::string FILE_ERROR;     // the last failure; a success leaves it as it was
+extern std::string FILE_FILE;  // the file last handled, set before anything else is tried
+extern std::string FILE_ERROR; // the last failure; a success leaves it as it was
 extern std::uint8_t FILE_ERNUM;
 
 namespace file_status {
 constexpr std::uint8_t success = 0;
-constexpr std::uint8_t not_found = 1;       // "File not found"
-constexpr std::uint8_t invalid_name = 2;    // "Invalid file name"
-constexpr std::uint8_t write_error = 3;     // "Write error": the file could be created but not finished
-constexpr std::uint8_t cut_to_fit = 4;      // "Too large, cut to fit": loaded or saved, but not all of it had room
-constexpr std::uint8_t nothing_done = 156;  // set by the Files screen before it dispatches
+constexpr std::uint8_t not_found = 1;        // "File not found"
+constexpr std::uint8_t invalid_name = 2;     // "Invalid file name"
+constexpr std::uint8_t write_error = 3;      // "Write error": the file could be created but not finished
+constexpr std::uint8_t cut_to_fit = 4;       // "Too large, cut to fit": loaded or saved, but not all of it had room
+constexpr std::uint8_t nothing_done = 156;   // set by the Files screen before it dispatches
 constexpr std::uint8_t unknown_format = 255; // "Unknown format"
 } // namespace file_status
 

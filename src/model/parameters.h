@@ -18,13 +18,13 @@ extern std::string CARINFO;     // "edes": the description, every line ended by 
 
 // Byte offsets in PAR of what has a name outside the table of edit targets.
 namespace par_offset {
-constexpr int gear_count = 0;      // u8
-constexpr int mass = 2;            // u16
-constexpr int idle_rpm = 6;        // u16, and the next three
+constexpr int gear_count = 0; // u8
+constexpr int mass = 2;       // u16
+constexpr int idle_rpm = 6;   // u16, and the next three
 constexpr int downshift_rpm = 8;
 constexpr int upshift_rpm = 10;
 constexpr int maximum_rpm = 12;
-constexpr int torque_curve = 58;   // 104 bytes, point i at 128 x i revolutions per minute
+constexpr int torque_curve = 58; // 104 bytes, point i at 128 x i revolutions per minute
 } // namespace par_offset
 
 constexpr int torque_points = 104;

@@ -12,7 +12,8 @@
     std::abort();
 }
 
-template <typename T, int First, int Last> class Table {
+template <typename T, int First, int Last>
+class Table {
 public:
     static constexpr int first_index = First;
     static constexpr int last_index = Last;
@@ -35,4 +36,5 @@ private:
 };
 
 // A table numbered 1 .. N.
-template <typename T, int N> using OneBased = Table<T, 1, N>;
+template <typename T, int N>
+using OneBased = Table<T, 1, N>;

@@ -103,7 +103,7 @@ TEST(ResourceArchive, LyingCountGivesOnlyEntriesThatTheFileHolds) {
 }
 
 TEST(ResourceArchive, EntryPastEndKeepsItsPosition) {
-    EXPECT_EQ(read_archive_directory(archive_with_entry_past_end()).find("simd"), 22U + 0xFFFFFFFF);
+    EXPECT_EQ(read_archive_directory(archive_with_entry_past_end()).find("simd"), std::uint64_t{22} + 0xFFFFFFFF);
 }
 
 TEST(ResourceArchive, CutAtEveryByteHoldsTheEntriesThatAreWhole) {

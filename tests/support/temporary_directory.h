@@ -7,7 +7,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <sys/stat.h>
@@ -46,17 +45,15 @@ private:
 
 inline void put_file(const std::string& path, const Bytes& content) {
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    for (const std::byte b : content)
-        file.put(static_cast<char>(b));
+    file.write(reinterpret_cast<const char*>(content.data()), static_cast<std::streamsize>(content.size()));
     if (!file.flush()) throw std::runtime_error("cannot write " + path);
 }
 
 inline Bytes get_file(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     if (!file) throw std::runtime_error("cannot read " + path);
-    Bytes content;
-    for (std::istreambuf_iterator<char> at(file), end; at != end; ++at)
-        content.push_back(static_cast<std::byte>(*at));
+    Bytes content(static_cast<std::size_t>(std::filesystem::file_size(path)));
+    file.read(reinterpret_cast<char*>(content.data()), static_cast<std::streamsize>(content.size()));
     return content;
 }
 

@@ -58,11 +58,16 @@ void read_parameters(const std::filesystem::path& file) {
         const std::string key(trimmed(std::string_view(line.text).substr(0, equals)));
         std::string value = line.text.substr(equals + 1);
         if (value.starts_with(' ')) value.erase(0, 1);
-        if (key == "name") CARNAME = value;
-        else if (key == "sign") CARSIGNNAME = value;
-        else if (key == "text") CARINFO += value + "]";
-        else if (key == "torque") append_torque(line, value, torque);
-        else store_parameter(line, key, value);
+        if (key == "name")
+            CARNAME = value;
+        else if (key == "sign")
+            CARSIGNNAME = value;
+        else if (key == "text")
+            CARINFO += value + "]";
+        else if (key == "torque")
+            append_torque(line, value, torque);
+        else
+            store_parameter(line, key, value);
     }
     if (torque.size() != torque_points) throw SourceError(file.string() + ": not 104 torque bytes");
     for (int i = 0; i < torque_points; ++i)
@@ -90,11 +95,16 @@ public:
 
     void take(const SourceLine& line) {
         const std::string& word = line.field(0);
-        if (word == "v") add_vertex(model_, {.x = line.real(1), .y = line.real(3), .z = line.real(2)});
-        else if (word == "usemtl") material_ = find_paint(line);
-        else if (word == "g") flags_ = line.field(1) == "two_sided" ? two_sided : std::uint8_t{0};
-        else if (word == "f" || word == "l") add_primitive(line);
-        else line.fail("unknown word");
+        if (word == "v")
+            add_vertex(model_, {.x = line.real(1), .y = line.real(3), .z = line.real(2)});
+        else if (word == "usemtl")
+            material_ = find_paint(line);
+        else if (word == "g")
+            flags_ = line.field(1) == "two_sided" ? two_sided : std::uint8_t{0};
+        else if (word == "f" || word == "l")
+            add_primitive(line);
+        else
+            line.fail("unknown word");
     }
 
 private:
@@ -126,7 +136,8 @@ private:
 
 void read_body(const std::filesystem::path& file, const PaintTable& paint, SHAPEMODEL& model) {
     BodyReader reader(model, paint, model.nverts);
-    for (const SourceLine& line : read_source_lines(file)) reader.take(line);
+    for (const SourceLine& line : read_source_lines(file))
+        reader.take(line);
 }
 
 // The six vertices of a wheel: centre, rim and tyre of the face with the smaller x, then of the other one.
@@ -136,7 +147,9 @@ void add_wheel(SHAPEMODEL& model, int wheel, const SourceLine& line) {
     const int first = first_wheel_vertex + 6 * wheel;
     for (int face = 0; face < 2; ++face) {
         const double face_x = smaller_x + face * width;
-        const auto at = [&](int i) -> SHAPEVERTEX& { return model.verts.at(static_cast<std::size_t>(first + 3 * face + i)); };
+        const auto at = [&](int i) -> SHAPEVERTEX& {
+            return model.verts.at(static_cast<std::size_t>(first + 3 * face + i));
+        };
         at(0) = {.x = face_x, .y = y, .z = z};
         at(1) = {.x = face_x, .y = y + line.real(7), .z = z};
         at(2) = {.x = face_x, .y = y, .z = z + line.real(8)};
@@ -145,7 +158,8 @@ void add_wheel(SHAPEMODEL& model, int wheel, const SourceLine& line) {
     primitive.type = primitive_type::wheel;
     primitive.cull1 = primitive.cull2 = always_shown;
     primitive.material.fill(tyre_material);
-    for (std::size_t i = 0; i < 6; ++i) primitive.vertex[i] = static_cast<std::uint16_t>(first + static_cast<int>(i));
+    for (std::size_t i = 0; i < 6; ++i)
+        primitive.vertex[i] = static_cast<std::uint16_t>(first + static_cast<int>(i));
 }
 
 void add_bounding_box(SHAPEMODEL& model) {
@@ -212,7 +226,8 @@ void read_car(const std::filesystem::path& folder) {
     const PaintTable paint = read_paint(folder / "paint.txt");
     reset_car();
     PAINTJOBS = paint_jobs;
-    for (int k = 0; k < 3; ++k) CAR[static_cast<std::size_t>(k)] = read_car_model(folder, k, paint);
+    for (int k = 0; k < 3; ++k)
+        CAR[static_cast<std::size_t>(k)] = read_car_model(folder, k, paint);
     for (int k = 0; k < explosion_models; ++k)
         read_body(folder / ("exp" + std::to_string(k) + ".obj"), paint, CEXP[static_cast<std::size_t>(k)]);
     read_parameters(folder / "car.txt");

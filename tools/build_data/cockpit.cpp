@@ -28,7 +28,8 @@ BitmapRecord bitmap_from(const Image& picture, const std::string& id, const Sour
     bitmap.relative_x = static_cast<std::int16_t>(line.integer(2));
     bitmap.relative_y = static_cast<std::int16_t>(line.integer(3));
     for (int y = 0; y < picture.height(); ++y)
-        for (int x = 0; x < picture.width(); ++x) bitmap.pixels.push_back(convert(picture.pixel(x, y)));
+        for (int x = 0; x < picture.width(); ++x)
+            bitmap.pixels.push_back(convert(picture.pixel(x, y)));
     return bitmap;
 }
 
@@ -132,7 +133,8 @@ Cockpit read_cockpit(const std::filesystem::path& folder) {
 
 Bytes encode_bitmaps(const std::vector<BitmapRecord>& bitmaps) {
     std::vector<ArchiveResource> resources;
-    for (const BitmapRecord& bitmap : bitmaps) resources.push_back({bitmap.name, encode_bitmap(bitmap)});
+    for (const BitmapRecord& bitmap : bitmaps)
+        resources.push_back({bitmap.name, encode_bitmap(bitmap)});
     return encode_archive(resources);
 }
 

@@ -8,8 +8,8 @@
 #include <vector>
 
 struct Cockpit {
-    // The bitmaps of the dashboard file, then those of the file of dots, knob and digits, each in file order with a mask
-    // right behind its owner. "!cg0" and "!eg0" end both.
+    // The bitmaps of the dashboard file, then those of the file of dots, knob and digits, each in file order with a
+    // mask right behind its owner. "!cg0" and "!eg0" end both.
     std::vector<BitmapRecord> dashboard, dots_and_digits;
 };
 

@@ -29,7 +29,8 @@ constexpr std::uint32_t opaque = 0xFF000000;
 constexpr int icon_size = 48;
 
 void write(const fs::path& file, const Bytes& content) {
-    if (save_file(file.string(), content) != SaveOutcome::saved) throw SourceError(file.string() + ": cannot be written");
+    if (save_file(file.string(), content) != SaveOutcome::saved)
+        throw SourceError(file.string() + ": cannot be written");
 }
 
 // Whether the writer that ran last has written its file.

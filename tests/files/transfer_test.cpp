@@ -1,0 +1,179 @@
+#include "files/transfer.h"
+
+#include "app/config.h"
+#include "dash/items.h"
+#include "formats/parameter_file.h"
+#include "model/bitmap_table.h"
+#include "model/car.h"
+#include "model/file_status.h"
+#include "params/parameter_table.h"
+#include "support/text_file.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using testing::ElementsAre;
+
+namespace {
+
+class TransferTest : public testing::Test {
+protected:
+    TemporaryDirectory directory;
+    CurrentDirectory inside{directory.path()};
+
+    void SetUp() override {
+        reset_config();
+        reset_car();
+        reset_bitmaps();
+        reset_file_status();
+        INITPARAMTARGETS();
+        INITDASHITEMS();
+        WORKDIR = directory.path() + "/";
+    }
+    void TearDown() override { reset_config(); }
+
+    static void configure(const std::string& key, const std::string& value) {
+        ++CONFIGS;
+        CONFIG_ID[CONFIGS] = key;
+        CONFIG_VALUE[CONFIGS] = value;
+    }
+};
+
+} // namespace
+
+TEST_F(TransferTest, AnIdentifierStandsForTheFourFilesInLowerCase) {
+    EXPECT_EQ(transfer(Transfer::save, "ABCD").text, "Saved ABCD");
+    EXPECT_THAT(directory.names(), ElementsAre("carabcd.res", "stabcd.3sh", "stdaabcd.vsh", "stdbabcd.vsh"));
+
+    CARNAME = "changed";
+    const TransferReport report = transfer(Transfer::load, "aBcD");
+    EXPECT_EQ(report.text, "Loaded aBcD");
+    EXPECT_FALSE(report.failed);
+    EXPECT_EQ(report.first_failure, "");
+    EXPECT_EQ(CARNAME, "New car");
+}
+
+TEST_F(TransferTest, NamesOfAnotherLengthWithoutADotDoNothing) {
+    for (const std::string name : {"", "abc", "abcde"}) {
+        EXPECT_EQ(transfer(Transfer::load, name).text, "");
+        EXPECT_EQ(transfer(Transfer::save, name).text, "");
+        EXPECT_EQ(FILE_ERNUM, file_status::nothing_done);
+    }
+    EXPECT_TRUE(directory.names().empty());
+}
+
+TEST_F(TransferTest, TheExtensionIsLowerCasedAndPicksTheReaderAndTheWriter) {
+    EXPECT_EQ(transfer(Transfer::save, "car.RES").text, "Saved car.RES");
+    EXPECT_EQ(transfer(Transfer::load, "car.RES").text, "Loaded car.RES");
+    EXPECT_EQ(transfer(Transfer::save, "a.3sh").text, "Saved a.3sh");
+    EXPECT_EQ(transfer(Transfer::load, "a.3sh").text, "Loaded a.3sh");
+    EXPECT_EQ(transfer(Transfer::save, "a.vsh").text, "Saved a.vsh");
+    EXPECT_EQ(transfer(Transfer::load, "a.vsh").text, "Loaded a.vsh");
+    EXPECT_EQ(get_file("a.vsh").size(), 6u);
+}
+
+TEST_F(TransferTest, AMissingFileIsNamedWithItsError) {
+    const TransferReport report = transfer(Transfer::load, "none.res");
+    EXPECT_EQ(report.text, "File not found: none.res");
+    EXPECT_TRUE(report.failed);
+}
+
+TEST_F(TransferTest, ANameThatCannotBeCreatedIsReported) {
+    std::filesystem::create_directory("dir.res");
+    EXPECT_EQ(transfer(Transfer::save, "dir.res").text, "Invalid file name: dir.res");
+    EXPECT_EQ(transfer(Transfer::load, "dir.res").text, "File not found: dir.res");
+    EXPECT_EQ(transfer(Transfer::save, "nowhere/x.res").text, "Invalid file name: nowhere/x.res");
+}
+
+TEST_F(TransferTest, UnknownExtensionsAreReportedWithoutAName) {
+    for (const std::string name : {"x.txt", "x.", ".x", "a.b/c", "x.obj", "x.car"}) {
+        for (const Transfer direction : {Transfer::load, Transfer::save}) {
+            const TransferReport report = transfer(direction, name);
+            EXPECT_TRUE(report.unknown_format) << name;
+            EXPECT_EQ(report.text, "Unknown format: ") << name;
+            EXPECT_EQ(FILE_ERNUM, 255);
+        }
+    }
+}
+
+TEST_F(TransferTest, SavingNeverPacks) {
+    configure("vorpack", "true");
+    for (const std::string name : {"x.p3s", "x.pvs", "x.pre"}) {
+        EXPECT_EQ(transfer(Transfer::save, name).text, "Unknown format: ");
+        EXPECT_TRUE(directory.names().empty());
+    }
+}
+
+TEST_F(TransferTest, PackedFilesWithoutAnUnpackerDoNothingAndShowNothing) {
+    write_text("car.p3s", "packed");
+    const TransferReport report = transfer(Transfer::load, "car.p3s");
+    EXPECT_EQ(report.text, "");
+    EXPECT_FALSE(report.unknown_format);
+    EXPECT_EQ(FILE_ERNUM, file_status::nothing_done);
+}
+
+TEST_F(TransferTest, PackedFilesGoThroughTheUnpackerIntoTheWorkDirectory) {
+    configure("vorpack", "cp");
+    std::filesystem::create_directory("work dir");
+    WORKDIR = directory / "work dir/";
+    CARNAME = "Packed";
+    transfer(Transfer::save, "plain.res");
+    std::filesystem::rename("plain.res", "it's packed.PRE");
+    CARNAME = "";
+    EXPECT_EQ(transfer(Transfer::load, "it's packed.PRE").text, "Loaded " + WORKDIR + "temp.res");
+    EXPECT_EQ(CARNAME, "Packed");
+    EXPECT_TRUE(std::filesystem::exists(WORKDIR + "temp.res")) << "the unpacked file is left in place";
+
+    transfer(Transfer::save, "plain.3sh");
+    std::filesystem::rename("plain.3sh", "p.p3s");
+    EXPECT_EQ(transfer(Transfer::load, "p.p3s").text, "Loaded " + WORKDIR + "temp.3sh");
+    transfer(Transfer::save, "plain.vsh");
+    std::filesystem::rename("plain.vsh", "p.pvs");
+    EXPECT_EQ(transfer(Transfer::load, "p.pvs").text, "Loaded " + WORKDIR + "temp.vsh");
+}
+
+TEST_F(TransferTest, AnUnpackerThatFailsCrashesOrPrintsNeverShowsAnEarlierCar) {
+    transfer(Transfer::save, "temp.res"); // what an earlier unpacking left
+    write_text("x.pre", "packed");
+    for (const std::string command : {"false", "kill -9 $$ #", "echo noise #", "/nowhere/unpacker"}) {
+        reset_config();
+        WORKDIR = directory.path() + "/";
+        configure("vorpack", command);
+        transfer(Transfer::save, "temp.res");
+        EXPECT_EQ(transfer(Transfer::load, "x.pre").text, "File not found: " + WORKDIR + "temp.res") << command;
+    }
+}
+
+TEST_F(TransferTest, AFileNameRunsNothingInTheShell) {
+    configure("vorpack", "true");
+    transfer(Transfer::load, "x;touch harm;.pre");
+    transfer(Transfer::load, "$(touch harm).pre");
+    transfer(Transfer::load, "'`touch harm`.pre");
+    EXPECT_FALSE(std::filesystem::exists("harm"));
+}
+
+TEST_F(TransferTest, TheLastFileDecidesAboutTheSetAndTheFirstFailureIsNamedBesideIt) {
+    transfer(Transfer::save, "abcd");
+    std::filesystem::remove("stabcd.3sh");
+    std::filesystem::remove("stdaabcd.vsh");
+    const TransferReport report = transfer(Transfer::load, "abcd");
+    EXPECT_EQ(report.text, "Loaded abcd");
+    EXPECT_FALSE(report.failed);
+    EXPECT_EQ(report.first_failure, "File not found: stabcd.3sh");
+}
+
+// ODDITY four-file-save-keeps-file
+TEST_F(TransferTest, AFailedLoadOfACarNamesTheIdentifierAndAFailedSaveTheFile) {
+    EXPECT_EQ(transfer(Transfer::load, "abcd").text, "File not found: abcd");
+    for (const char* name : {"carabcd.res", "stabcd.3sh", "stdaabcd.vsh", "stdbabcd.vsh"})
+        std::filesystem::create_directory(name);
+    EXPECT_EQ(transfer(Transfer::save, "abcd").text, "Invalid file name: stdbabcd.vsh");
+}
+
+TEST_F(TransferTest, TheFilterOffersPackedKindsOnlyWithAnUnpacker) {
+    EXPECT_EQ(car_file_filter(), ".res.vsh.3sh.obj.");
+    configure("vorpack", "unpack");
+    EXPECT_EQ(car_file_filter(), ".res.vsh.3sh.obj.p3s.pvs.pre.");
+}

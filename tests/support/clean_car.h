@@ -1,0 +1,66 @@
+// Every test of a car file begins with the tables of a program that has just been started, and a directory of its own.
+#pragma once
+
+#include "app/config.h"
+#include "app/window.h"
+#include "model/bitmap_table.h"
+#include "model/car.h"
+#include "model/colours.h"
+#include "model/file_status.h"
+#include "model/parameters.h"
+#include "params/parameter_table.h"
+#include "support/bytes.h"
+#include "support/child_process.h"
+#include "support/temporary_directory.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+
+class CleanCar : public testing::Test {
+protected:
+    CleanCar() {
+        reset_car();
+        reset_parameters();
+        reset_bitmaps();
+        reset_colours();
+        reset_file_status();
+        reset_config();
+        reset_screen();
+        FILE_ERROR = "an earlier failure";
+    }
+
+    // Names under which a reader finds no file: absent, a directory, a pipe.
+    std::vector<std::string> names_of_no_file() {
+        std::filesystem::create_directory(directory / "folder");
+        ::mkfifo((directory / "pipe").c_str(), 0600);
+        return {directory / "missing", directory / "folder", directory / "pipe", std::string()};
+    }
+
+    // Whether `load` reports "File not found" for a file without any permission.
+    bool not_found_when_unreadable(const Bytes& content, const std::function<void(const std::string&)>& load) {
+        put_file(directory / "locked", content);
+        std::filesystem::permissions(directory / "locked", std::filesystem::perms::none);
+        std::filesystem::permissions(directory.path(), std::filesystem::perms::all);
+        return run_as_ordinary_user([&] {
+                   load(directory / "locked");
+                   return FILE_ERNUM == file_status::not_found && FILE_ERROR == "File not found" ? 0 : 1;
+               }) == 0;
+    }
+
+    // What a save reports where a file cannot grow past `bytes`.
+    int save_with_file_size_limit(unsigned bytes, const std::function<void()>& save) {
+        return run_with_file_size_limit(bytes, [&] {
+            save();
+            return int{FILE_ERNUM};
+        });
+    }
+
+    TemporaryDirectory directory;
+};
+
+#define EXPECT_SUCCESS()                                                                                               \
+    EXPECT_EQ(FILE_ERNUM, file_status::success);                                                                       \
+    EXPECT_EQ(FILE_ERROR, "an earlier failure")
+#define EXPECT_FAILURE(code, text)                                                                                     \
+    EXPECT_EQ(FILE_ERNUM, code);                                                                                       \
+    EXPECT_EQ(FILE_ERROR, text)
