@@ -129,7 +129,7 @@ bool SdlBackend::open(int width, int height, std::string& error) {
     SDL_EnableScreenSaver();
     SDL_StartTextInput();
     catch_termination_signals();
-    events_.watch();
+    events_.watch(window_.get(), {width, height});
     show_icon();
     return true;
 }
@@ -162,7 +162,6 @@ SDL_Surface* SdlBackend::surface() {
     const Placement placement = place_picture({shown_->width(), shown_->height()}, {found->w, found->h});
     if (placement != placement_) everything_is_stale_ = true;
     placement_ = placement;
-    events_.set_placement(placement);
     return found;
 }
 
@@ -218,10 +217,7 @@ void SdlBackend::handle_window_event(const SDL_WindowEvent& event) {
     case SDL_WINDOWEVENT_RESIZED:
     case SDL_WINDOWEVENT_SIZE_CHANGED:
     case SDL_WINDOWEVENT_RESTORED:
-    case SDL_WINDOWEVENT_DISPLAY_CHANGED:
-        everything_is_stale_ = true;
-        surface(); // the pointer is measured against the new size from the next event on
-        break;
+    case SDL_WINDOWEVENT_DISPLAY_CHANGED: everything_is_stale_ = true; break;
     default: break;
     }
 }
@@ -231,9 +227,9 @@ void SdlBackend::poll(std::vector<InputEvent>& events) {
     SDL_Event event;
     while (SDL_PollEvent(&event) != 0) {
         if (event.type == SDL_WINDOWEVENT) handle_window_event(event.window);
-        events_.translate(event, window_.get(), events);
+        events_.translate(event, events);
     }
-    events_.finish(window_.get(), events);
+    events_.finish(events);
     if (everything_is_stale_) show_everything();
     if (termination_asked()) events.emplace_back().kind = InputEvent::Kind::close_request;
 }

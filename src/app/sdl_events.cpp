@@ -1,7 +1,9 @@
 #include "app/sdl_events.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -78,8 +80,13 @@ Modifiers modifiers_of(int state) {
     modifiers.control = (state & KMOD_CTRL) != 0;
     modifiers.shift = (state & KMOD_SHIFT) != 0;
     modifiers.alt = (state & (KMOD_LALT | KMOD_GUI)) != 0;
-    modifiers.num_lock = (state & KMOD_NUM) != 0;
     return modifiers;
+}
+
+// A key's text stands right behind it in the queue.
+bool text_follows() {
+    SDL_Event next;
+    return SDL_PeepEvents(&next, 1, SDL_PEEKEVENT, SDL_FIRSTEVENT, SDL_LASTEVENT) == 1 && next.type == SDL_TEXTINPUT;
 }
 
 int button_number(Uint8 button) {
@@ -89,7 +96,26 @@ int button_number(Uint8 button) {
 
 } // namespace
 
-void SdlEvents::watch() { SDL_SetEventFilter(&SdlEvents::admit, this); }
+void SdlEvents::watch(SDL_Window* window, Size picture) {
+    window_ = window;
+    picture_ = picture;
+    Size points;
+    SDL_GetWindowSize(window, &points.width, &points.height);
+    measure(points);
+    SDL_SetEventFilter(&SdlEvents::admit, this);
+}
+
+// On a scaled display a point of the desktop is larger than the window's pixels.
+void SdlEvents::measure(Size points) {
+    Size newest_points, newest_pixels;
+    SDL_GetWindowSize(window_, &newest_points.width, &newest_points.height);
+    SDL_GetWindowSizeInPixels(window_, &newest_pixels.width, &newest_pixels.height);
+    if (points.width <= 0 || points.height <= 0 || newest_points.width <= 0) return;
+    const double density = static_cast<double>(newest_pixels.width) / newest_points.width;
+    points_ = points;
+    placement_ = place_picture(picture_, {static_cast<int>(std::lround(points.width * density)),
+                                          static_cast<int>(std::lround(points.height * density))});
+}
 
 int SdlEvents::admit(void* self, SDL_Event* event) {
     auto& events = *static_cast<SdlEvents*>(self);
@@ -101,7 +127,7 @@ int SdlEvents::admit(void* self, SDL_Event* event) {
     return 1;
 }
 
-void SdlEvents::translate(const SDL_Event& event, SDL_Window* window, std::vector<InputEvent>& events) {
+void SdlEvents::translate(const SDL_Event& event, std::vector<InputEvent>& events) {
     switch (event.type) {
     case SDL_KEYDOWN:
     case SDL_KEYUP: return key(event.key, events);
@@ -115,35 +141,32 @@ void SdlEvents::translate(const SDL_Event& event, SDL_Window* window, std::vecto
     case SDL_MOUSEMOTION:
         x_ = event.motion.x;
         y_ = event.motion.y;
-        events.push_back(mouse_event(InputEvent::Kind::mouse_move, window, x_, y_));
+        events.push_back(mouse_event(InputEvent::Kind::mouse_move, x_, y_));
         return;
     case SDL_MOUSEBUTTONDOWN:
-    case SDL_MOUSEBUTTONUP: return button(event.button, window, events);
+    case SDL_MOUSEBUTTONUP: return button(event.button, events);
     case SDL_MOUSEWHEEL:
-        events.push_back(mouse_event(InputEvent::Kind::wheel, window, x_, y_));
+        events.push_back(mouse_event(InputEvent::Kind::wheel, x_, y_));
         events.back().wheel = event.wheel.y;
         return;
-    case SDL_WINDOWEVENT: return window_event(event.window, window, events);
+    case SDL_WINDOWEVENT: return window_event(event.window, events);
     // The close button of the only window arrives as this too, and as a window event, which is not counted.
     case SDL_QUIT: events.emplace_back().kind = InputEvent::Kind::close_request; return;
     default: return;
     }
 }
 
-void SdlEvents::finish(SDL_Window* window, std::vector<InputEvent>& events) {
+void SdlEvents::finish(std::vector<InputEvent>& events) {
     waiting_events_ = 0;
-    if (std::exchange(moves_held_back_, false)) current_position(window, events);
+    if (std::exchange(moves_held_back_, false)) current_position(events);
 }
 
-// SDL measures the mouse in points of the desktop, which on a scaled display are larger than the window's pixels.
-InputEvent SdlEvents::mouse_event(InputEvent::Kind kind, SDL_Window* window, int x, int y) const {
+InputEvent SdlEvents::mouse_event(InputEvent::Kind kind, int x, int y) const {
     InputEvent event;
     event.kind = kind;
-    int width = 0, height = 0;
-    SDL_GetWindowSize(window, &width, &height);
-    if (width <= 0 || height <= 0 || x < 0 || y < 0) return event;
-    const double pixel_x = (x + 0.5) * placement_.window.width / width;
-    const double pixel_y = (y + 0.5) * placement_.window.height / height;
+    if (x < 0 || y < 0) return event;
+    const double pixel_x = (x + 0.5) * placement_.window.width / points_.width;
+    const double pixel_y = (y + 0.5) * placement_.window.height / points_.height;
     if (const std::optional<Point> point = picture_point(placement_, pixel_x, pixel_y)) {
         event.x = point->x;
         event.y = point->y;
@@ -157,22 +180,25 @@ void SdlEvents::key(const SDL_KeyboardEvent& event, std::vector<InputEvent>& eve
     key.kind = event.type == SDL_KEYDOWN ? InputEvent::Kind::key_down : InputEvent::Kind::key_up;
     key.key = key_of(event.keysym);
     key.modifiers = modifiers_;
+    // Whether the keypad gives digits is what its keys do, not what SDL believes of Num Lock, which it counts for
+    // itself and may have missed.
+    key.modifiers.num_lock = text_follows() != modifiers_.shift;
 }
 
-void SdlEvents::button(const SDL_MouseButtonEvent& event, SDL_Window* window, std::vector<InputEvent>& events) {
+void SdlEvents::button(const SDL_MouseButtonEvent& event, std::vector<InputEvent>& events) {
     const int number = button_number(event.button);
     if (number == 0) return;
     const bool down = event.type == SDL_MOUSEBUTTONDOWN;
     buttons_ = down ? buttons_ | number : buttons_ & ~number;
     x_ = event.x;
     y_ = event.y;
-    events.push_back(
-        mouse_event(down ? InputEvent::Kind::button_down : InputEvent::Kind::button_up, window, event.x, event.y));
+    events.push_back(mouse_event(down ? InputEvent::Kind::button_down : InputEvent::Kind::button_up, event.x, event.y));
     events.back().button = number;
 }
 
-void SdlEvents::window_event(const SDL_WindowEvent& event, SDL_Window* window, std::vector<InputEvent>& events) {
+void SdlEvents::window_event(const SDL_WindowEvent& event, std::vector<InputEvent>& events) {
     switch (event.event) {
+    case SDL_WINDOWEVENT_SIZE_CHANGED: return measure({event.data1, event.data2});
     case SDL_WINDOWEVENT_LEAVE:
         x_ = y_ = -1;
         events.emplace_back().kind = InputEvent::Kind::mouse_move;
@@ -180,7 +206,7 @@ void SdlEvents::window_event(const SDL_WindowEvent& event, SDL_Window* window, s
     // No move follows when the pointer comes back where it left. During a stroke every move is reported anyway, and the
     // newest position would come before those still unread.
     case SDL_WINDOWEVENT_ENTER:
-        if (buttons_ == 0) current_position(window, events);
+        if (buttons_ == 0) current_position(events);
         return;
     case SDL_WINDOWEVENT_FOCUS_LOST:
         modifiers_ = {};
@@ -191,9 +217,9 @@ void SdlEvents::window_event(const SDL_WindowEvent& event, SDL_Window* window, s
     }
 }
 
-void SdlEvents::current_position(SDL_Window* window, std::vector<InputEvent>& events) const {
-    if (SDL_GetMouseFocus() != window) return;
+void SdlEvents::current_position(std::vector<InputEvent>& events) const {
+    if (SDL_GetMouseFocus() != window_) return;
     int x = 0, y = 0;
     SDL_GetMouseState(&x, &y);
-    events.push_back(mouse_event(InputEvent::Kind::mouse_move, window, x, y));
+    events.push_back(mouse_event(InputEvent::Kind::mouse_move, x, y));
 }

@@ -1,0 +1,54 @@
+// Two ways of doing the same, timed in turn in one run, so that whatever else the machine does hits both alike.
+#pragma once
+
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+#include <utility>
+#include <vector>
+
+// Processor time of this thread: what else the machine does takes no part.
+inline double processor_milliseconds() {
+    timespec now{};
+    ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+inline double milliseconds_of(auto&& work) {
+    const double begin = processor_milliseconds();
+    work();
+    return processor_milliseconds() - begin;
+}
+
+inline double median(std::vector<double> values) {
+    std::ranges::nth_element(values, values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2));
+    return values[values.size() / 2];
+}
+
+struct Comparison {
+    double ours = 0, theirs = 0; // fastest rounds, milliseconds
+    double ratio = 0;            // median of theirs / ours, round by round
+};
+
+inline Comparison compare(int rounds, auto&& ours, auto&& theirs) {
+    ours();
+    theirs();
+    std::vector<double> our_times, their_times, ratios;
+    for (int round = 0; round < rounds; ++round) {
+        // Who begins changes from round to round.
+        double first = round % 2 ? milliseconds_of(theirs) : milliseconds_of(ours);
+        double second = round % 2 ? milliseconds_of(ours) : milliseconds_of(theirs);
+        if (round % 2) std::swap(first, second);
+        our_times.push_back(first);
+        their_times.push_back(second);
+        ratios.push_back(second / first);
+    }
+    return {std::ranges::min(our_times), std::ranges::min(their_times), median(ratios)};
+}
+
+// Prints the line that says whether a ratio keeps its limit, and returns it.
+inline bool report(const char* what, double ratio, const char* unit, double limit) {
+    const bool kept = ratio > limit;
+    std::printf("%s: %.2f x %s (limit > %.1f) %s\n", what, ratio, unit, limit, kept ? "ok" : "MISSED");
+    return kept;
+}

@@ -1,0 +1,90 @@
+#include "program/real_window.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+bool wait_until(const std::function<bool()>& condition, Milliseconds at_most) {
+    const auto end = std::chrono::steady_clock::now() + at_most;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end) return false;
+        std::this_thread::sleep_for(Milliseconds{2});
+    }
+    return true;
+}
+
+namespace {
+
+void set_environment(const std::map<std::string, std::string>& environment) {
+    for (const auto& [name, value] : environment) {
+        if (value.empty())
+            unsetenv(name.c_str());
+        else
+            setenv(name.c_str(), value.c_str(), 1);
+    }
+}
+
+[[noreturn]] void become(const std::string& program, const std::string& folder, const std::string& error_file,
+                         const std::map<std::string, std::string>& environment) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    const int errors = open(error_file.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    dup2(errors, STDERR_FILENO);
+    set_environment(environment);
+    if (chdir(folder.c_str()) != 0) _exit(126);
+    execl(program.c_str(), program.c_str(), static_cast<char*>(nullptr));
+    _exit(127);
+}
+
+} // namespace
+
+StartedProgram::StartedProgram(const std::string& program, const std::string& folder,
+                               const std::map<std::string, std::string>& environment)
+    : error_file_(folder + "/.standard_error") {
+    id_ = fork();
+    if (id_ == 0) become(program, folder, error_file_, environment);
+}
+
+StartedProgram::~StartedProgram() {
+    if (id_ <= 0 || has_ended()) return;
+    kill(id_, SIGKILL);
+    waitpid(id_, nullptr, 0);
+}
+
+void StartedProgram::send_signal(int signal) const { kill(id_, signal); }
+
+bool StartedProgram::has_ended() {
+    int status = 0;
+    if (!status_ && waitpid(id_, &status, WNOHANG) == id_) status_ = status;
+    return status_.has_value();
+}
+
+std::optional<int> StartedProgram::wait_for_end(Milliseconds at_most) {
+    if (!wait_until([this] { return has_ended(); }, at_most) || !WIFEXITED(*status_)) return std::nullopt;
+    return WEXITSTATUS(*status_);
+}
+
+std::string StartedProgram::error_output() const {
+    std::ifstream file(error_file_);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+double StartedProgram::processor_time() const {
+    std::ifstream file("/proc/" + std::to_string(id_) + "/stat");
+    std::string line;
+    std::getline(file, line);
+    // The name in parentheses may hold anything; 11 fields stand between it and the two times.
+    std::istringstream fields(line.substr(line.rfind(')') + 1));
+    std::string skipped;
+    for (int i = 0; i < 11; ++i)
+        fields >> skipped;
+    double in_program = 0, in_system = 0;
+    fields >> in_program >> in_system;
+    return (in_program + in_system) / static_cast<double>(sysconf(_SC_CLK_TCK));
+}
