@@ -136,8 +136,8 @@ def check_oddities(files):
     tests = set()
     for file in sources(files, "tests"):
         tests.update(".".join(pair) for pair in re.findall(r"^TEST(?:_F|_P)?\((\w+),\s*(\w+)\)", read(file), re.M))
-    for line in re.findall(r"^Tests?: (.*)$", text, re.M):
-        for name in re.findall(r"`(\w+\.\w+)`", line):
+    for paragraph in re.findall(r"^Tests?: (.*?)(?:\n\n|\Z)", text, re.M | re.S):
+        for name in re.findall(r"`(\w+\.\w+)`", paragraph):
             if name not in tests:
                 find(ODDITIES, f"there is no test {name}")
 
