@@ -3,6 +3,7 @@
 
 #include "app/drawing.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <random>

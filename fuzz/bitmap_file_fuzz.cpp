@@ -4,7 +4,11 @@
 #include "dash/items.h"
 
 namespace {
-void check_decoded(const BitmapFile& file) {
+// Painting previews of more than this costs time and tells nothing new; tests load the largest.
+constexpr std::size_t pixels_worth_painting = std::size_t{1} << 15;
+
+// Checks what was decoded and counts its pixels.
+std::size_t check_decoded(const BitmapFile& file) {
     std::size_t pixels = 0;
     for (const BitmapRecord& bitmap : file.bitmaps) {
         expect(bitmap.name.size() == 4, "ids are four characters");
@@ -12,6 +16,7 @@ void check_decoded(const BitmapFile& file) {
         pixels += bitmap.pixels.size();
     }
     expect(pixels <= max_bitmap_pixels, "memory is bounded");
+    return pixels;
 }
 
 void check_table() {
@@ -25,23 +30,30 @@ void check_table() {
         expect(item.bitmap == RBM(item.id), "items are bound");
 }
 
+bool same(const BitmapRecord& a, const BitmapRecord& b) {
+    return a.name == b.name && a.width == b.width && a.height == b.height && a.header_word_3 == b.header_word_3 &&
+           a.header_word_4 == b.header_word_4 && a.relative_x == b.relative_x && a.relative_y == b.relative_y &&
+           a.flags == b.flags && a.pixels == b.pixels;
+}
+
 void check_round_trip(BitmapSet set) {
-    const Bytes written = encode_bitmap_file(set);
-    reset_bitmaps();
-    expect(merge_bitmap_file(decode_bitmap_file(written)), "what was written has room");
-    expect(encode_bitmap_file(set) == written, "what was written is read and written as the same");
+    const BitmapFile again = decode_bitmap_file(encode_bitmap_file(set));
+    expect(!again.cut, "what was written has room");
+    for (const BitmapRecord& bitmap : again.bitmaps) {
+        expect(bitmap_set_ids(set).find(bitmap.name) != std::string_view::npos, "only the set's ids are written");
+        expect(same(bitmap, BITMAP[RBM(bitmap.name)]), "what was written is read as the same");
+    }
 }
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    for (const BitmapSet set : {BitmapSet::dashboard, BitmapSet::dots_and_digits}) {
-        reset_bitmaps();
-        INITDASHITEMS();
-        BitmapFile file = decode_bitmap_file(input_bytes(data, size));
-        check_decoded(file);
-        merge_bitmap_file(std::move(file));
-        check_table();
-        check_round_trip(set);
-    }
+    reset_bitmaps();
+    INITDASHITEMS();
+    BitmapFile file = decode_bitmap_file(input_bytes(data, size));
+    if (check_decoded(file) > pixels_worth_painting) return 0;
+    merge_bitmap_file(std::move(file));
+    check_table();
+    check_round_trip(BitmapSet::dashboard);
+    check_round_trip(BitmapSet::dots_and_digits);
     return 0;
 }

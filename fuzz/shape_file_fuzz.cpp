@@ -3,11 +3,12 @@
 #include "formats/shape_file.h"
 
 namespace {
+const ShapeFile nothing;
 ShapeFile shapes, again;
 
 void check(std::span<const std::byte> file, std::uint32_t mask) {
-    shapes = {};
-    again = {};
+    shapes = nothing;
+    again = nothing;
     decode_shape_file(file, mask, shapes);
     for (const SHAPEMODEL& model : shapes.models)
         expect(model.nverts <= shape_capacity && model.nprims <= shape_capacity, "counts are within the tables");

@@ -10,6 +10,8 @@
 // 250 ms; nothing else in the program waits.
 #pragma once
 
+#include "app/key_strings.h"
+
 #include <cstdint>
 #include <string>
 
@@ -47,18 +49,6 @@ bool close_requested();
 
 // Seconds since an arbitrary start.
 double timer();
-
-// Key strings.
-namespace key {
-inline const std::string escape = "\x1B", enter = "\r", backspace = "\b", tab = "\t";
-inline const std::string home = "\xFFG", up = "\xFFH", page_up = "\xFFI", left = "\xFFK", right = "\xFFM",
-                         end = "\xFFO", down = "\xFFP", page_down = "\xFFQ", insert = "\xFFR", delete_ = "\xFFS",
-                         shift_tab = "\xFF\x0F", close_window = "\xFFk";
-// Control and a letter, "A" .. "Z".
-inline std::string control(char letter) { return std::string(1, static_cast<char>(letter - 'A' + 1)); }
-// One character from " " to "~".
-inline bool printable(const std::string& k) { return k.size() == 1 && k[0] >= ' ' && k[0] <= '~'; }
-} // namespace key
 
 // Nothing read, nothing held, mouse outside.
 void reset_input();

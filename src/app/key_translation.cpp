@@ -1,6 +1,6 @@
 #include "app/key_translation.h"
 
-#include "app/input.h"
+#include "app/key_strings.h"
 
 #include <algorithm>
 #include <array>

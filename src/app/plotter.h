@@ -1,7 +1,7 @@
 // What the figures are made of, for the drawing sources only: whole pixels, cut at the clip rectangle.
 #pragma once
 
-#include "app/drawing.h"
+#include "app/canvas.h"
 
 #include <cstdint>
 #include <initializer_list>

@@ -30,10 +30,13 @@ constexpr std::int16_t unsupported = 205;   // "Unsupported format"
 using TargaPalette = std::array<std::uint8_t, 768>;
 
 // Reads a TGA file. Null on failure, with the code and message set. The colour map of an 8-bit image goes into
-// `palette`, or, without one, into the palette of 8-bit images. A pixel stream that ends early leaves the rest of the
-// image 0; one that runs past the image is cut.
+// `palette`, or, without one, into the palette of 8-bit images: only the entries below 256 that the file holds whole. A
+// pixel stream that ends early leaves the rest of the image 0; one that runs past the image is cut. A side of 0 is an
+// unsupported format. The largest image takes 256 MB of addresses, but memory only for the pixels that the file really
+// brings.
 ImageHandle TARGALOAD(const std::string& filename, TargaPalette* palette = nullptr);
-// The same from memory: the code is returned in `error` (0 for success).
+// The same from memory: the code is returned in `error` (0 for success). Checked in this order: too_large, inverted_x,
+// unsupported, no_memory.
 ImageHandle decode_targa(std::span<const std::byte> file, TargaPalette* palette, std::int16_t& error);
 
 // Writers. `image` may be null (code 101). TARGASAVE8 takes the palette as blue, green, red bytes; an empty one means

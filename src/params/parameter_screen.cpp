@@ -7,6 +7,8 @@
 #include "params/target_edit.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 namespace {
 
@@ -34,11 +36,11 @@ void draw_layout(const ParameterScreen& state) {
 
 } // namespace
 
-std::array<RowRange, 2> shown_rows(const ParameterScreen& state) {
+std::vector<RowRange> shown_rows(const ParameterScreen& state) {
     // ODDITY rpm-column-never-shown (kept): nothing ever selects the layout with the RPM rows; these four values are
     // edited through the graph's markers alone.
-    if (!state.mysterious) return {{{1, 18}, {34, 39}}};
-    return {{{1, 35}, {1, 0}}};
+    if (!state.mysterious) return {{1, 18}, {34, 39}};
+    return {{1, 35}};
 }
 
 void draw(ParameterScreen& state) {
@@ -81,8 +83,11 @@ void on_marker_strip(ParameterScreen& state) {
     state.redraw = true;
 }
 
-// A button released while something was typed ended the drag unseen.
-void after_nested_edit(ParameterScreen& state) { state.graph.dragged = 0; }
+// A button released while something was typed ended the drag unseen; one pressed to end the edit acts where it is.
+void after_nested_edit(ParameterScreen& state) {
+    state.graph.dragged = 0;
+    state.mouse_waits = true;
+}
 
 } // namespace
 
@@ -165,6 +170,10 @@ bool moved(const ParameterScreen& state) {
     return state.now.x != state.last.x || state.now.y != state.last.y || state.now.buttons != state.last.buttons;
 }
 
+MouseState next_mouse(ParameterScreen& state) {
+    return std::exchange(state.mouse_waits, false) ? mouse() : read_mouse();
+}
+
 // A key waits until the state of the mouse before it has been handled.
 std::string read_key_after_mouse(const ParameterScreen& state) {
     return state.now == state.last ? read_key() : std::string{};
@@ -175,7 +184,7 @@ bool pass(ParameterScreen& state) {
     draw(state);
     if (moved(state)) on_mouse(state);
     state.last = state.now;
-    state.now = read_mouse();
+    state.now = next_mouse(state);
     const std::string typed = read_key_after_mouse(state);
     if (MAINTAINMENU(false) < 0) {
         clear_work_area();

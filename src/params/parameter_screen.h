@@ -4,9 +4,9 @@
 #include "app/input.h"
 #include "params/torque_graph.h"
 
-#include <array>
 #include <span>
 #include <string>
+#include <vector>
 
 struct ParameterScreen {
     bool redraw = true;     // the graph, and the rows that changed
@@ -15,9 +15,10 @@ struct ParameterScreen {
     bool leave = false;     // the program ends
     TorqueGraph graph;
     MouseState last{0, 0, 0, 0}, now{0, 0, 0, 0};
+    bool mouse_waits = false; // the step of the mouse that ended an edit is still to be handled
 };
 
-// One row feeds the dispatch and the documents.
+// One row feeds the dispatch and the test that every key does something.
 struct ParameterKey {
     std::string key, or_key; // or_key: another key that does the same, or empty
     const char* effect;
@@ -28,8 +29,8 @@ std::span<const ParameterKey> parameter_keys();
 struct RowRange {
     int first, last;
 };
-// The rows of the parameter table that the screen shows; an empty range where there is no second one.
-std::array<RowRange, 2> shown_rows(const ParameterScreen& state);
+// The rows of the parameter table that the screen shows.
+std::vector<RowRange> shown_rows(const ParameterScreen& state);
 
 // What is flagged.
 void draw(ParameterScreen& state);

@@ -22,7 +22,8 @@ protected:
 
     void SetUp() override {
         reset_config();
-        for (const std::string& path : {home, appdata, current, program}) std::filesystem::create_directory(path);
+        for (const std::string& path : {home, appdata, current, program})
+            std::filesystem::create_directory(path);
         ::setenv("HOME", home.c_str(), 1);
         ::setenv("APPDATA", appdata.c_str(), 1);
         ASSERT_TRUE(change_directory(current));
@@ -139,7 +140,8 @@ TEST_F(Config, ALineOfAnEqualsSignAndAValueHasAnEmptyKey) {
 // ODDITY config-stops-at-101
 TEST_F(Config, The101stEntryEndsTheReadingAndIsNeverLookedUp) {
     std::string text;
-    for (int i = 1; i <= 101; ++i) text += "key" + std::to_string(i) + "=" + std::to_string(i) + "\n";
+    for (int i = 1; i <= 101; ++i)
+        text += "key" + std::to_string(i) + "=" + std::to_string(i) + "\n";
     load_text(text + "key50=again\n");
     EXPECT_EQ(CONFIGS, 100);
     EXPECT_EQ(CONFIG("key100"), "100");

@@ -19,7 +19,8 @@ protected:
 
     int maintain_after(const ScriptStep& step) {
         window.play({step});
-        for (int pass = 0; pass < 10 && !window.finished(); ++pass) read_mouse();
+        for (int pass = 0; pass < 10 && !window.finished(); ++pass)
+            read_mouse();
         read_mouse();
         return MAINTAINMENU(false);
     }

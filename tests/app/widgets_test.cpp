@@ -26,7 +26,8 @@ protected:
 
 private:
     void wait_for(const ScriptStep&) {
-        for (int pass = 0; pass < 10 && !window.finished(); ++pass) read_mouse();
+        for (int pass = 0; pass < 10 && !window.finished(); ++pass)
+            read_mouse();
         read_mouse();
     }
 };
@@ -51,7 +52,8 @@ TEST_F(Widgets, AHighlightedSectionHasABrightTitleAndAnUntitledOneNoGap) {
     DRAWSECTION(100, 50, 300, 150, "View", true);
     EXPECT_TRUE(screen_shows(124, 42, "View", 0xFFFAFAFA));
     DRAWSECTION(100, 250, 300, 350, "", false);
-    for (int x = 100; x <= 298; ++x) EXPECT_EQ(drawn(x, 250), Pixel{0xFF64283C});
+    for (int x = 100; x <= 298; ++x)
+        EXPECT_EQ(drawn(x, 250), Pixel{0xFF64283C});
 }
 
 TEST_F(Widgets, ASimpleButtonIsAsWideAsItsCaptionAsks) {
@@ -87,7 +89,8 @@ TEST_F(Widgets, AnAppendedButtonBesideFollowsSixteenPixelsRight) {
 TEST_F(Widgets, NoButtonIsAppendedToNothingOrPastTheTable) {
     APPENDBUTTON("x", 1, true);
     EXPECT_EQ(BUTTONS, 0);
-    for (int i = 0; i < 25; ++i) CREATESIMPLEBUTTON(0, 0, "x", i);
+    for (int i = 0; i < 25; ++i)
+        CREATESIMPLEBUTTON(0, 0, "x", i);
     EXPECT_EQ(BUTTONS, 20);
     APPENDBUTTON("x", 1, true);
     EXPECT_EQ(BUTTONS, 20);

@@ -7,8 +7,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -36,7 +36,8 @@ protected:
     }
     static std::vector<std::string> shown() {
         std::vector<std::string> texts;
-        for (int i = 1; i <= LFILES; ++i) texts.push_back(LFILE[i].shown);
+        for (int i = 1; i <= LFILES; ++i)
+            texts.push_back(LFILE[i].shown);
         return texts;
     }
 };
@@ -124,8 +125,9 @@ TEST_F(FileList, AMissingMarkerReadsOneByteBeforeWhereAMatchWouldStart) {
 }
 
 TEST_F(FileList, OfTwoNamesTheFirstIsListed) {
-    const auto archive = joined({byte_list({0, 0, 0, 0, 2, 0}), bytes_of("gnamgnam"), byte_list({0, 0, 0, 0, 2, 0, 0, 0}),
-                                 bytes_of("A"), byte_list({0}), bytes_of("B"), byte_list({0})});
+    const auto archive =
+        joined({byte_list({0, 0, 0, 0, 2, 0}), bytes_of("gnamgnam"), byte_list({0, 0, 0, 0, 2, 0, 0, 0}), bytes_of("A"),
+                byte_list({0}), bytes_of("B"), byte_list({0})});
     EXPECT_EQ(listed_car_name(archive), "A");
 }
 
@@ -146,7 +148,8 @@ TEST_F(FileList, DamagedCarsAreListedWithWhatTheyHold) {
 }
 
 TEST_F(FileList, AFilterTakesExtensionsInAnyCaseAndOnlyTheLastOne) {
-    for (const char* name : {"X.RES", "README", "a.res.bak", "b.3sh", "c.res2"}) write_text(name, "");
+    for (const char* name : {"X.RES", "README", "a.res.bak", "b.3sh", "c.res2"})
+        write_text(name, "");
     UPDATEFILELIST(".res.vsh.3sh.obj.");
     EXPECT_THAT(shown(), ElementsAre("..", "b.3sh", "X.RES"));
     EXPECT_EQ(LFILE[3].name, "X.RES");
@@ -179,7 +182,8 @@ TEST_F(FileList, EqualTextsKeepTheOrderOfTheirNames) {
 }
 
 TEST_F(FileList, TwoHundredEntriesAreTakenLinksFirstThenTheWayUpThenByName) {
-    for (int i = 0; i < 10000; ++i) ::close(::creat(("f" + std::to_string(10000 + i)).c_str(), 0600));
+    for (int i = 0; i < 10000; ++i)
+        ::close(::creat(("f" + std::to_string(10000 + i)).c_str(), 0600));
     add_config("dirlink", "link");
     UPDATEFILELIST("");
     EXPECT_EQ(LFILES, 200);

@@ -66,7 +66,8 @@ protected:
     static ScriptStep shows_nothing_in_status() {
         return look([] {
             for (int y = 150; y < 198; ++y)
-                for (int x = 650; x < 938; ++x) ASSERT_EQ(drawn(x, y), Pixel{0xFF32141E}) << x << "," << y;
+                for (int x = 650; x < 938; ++x)
+                    ASSERT_EQ(drawn(x, y), Pixel{0xFF32141E}) << x << "," << y;
         });
     }
 
@@ -191,7 +192,8 @@ TEST_F(FileScreen, ALongDirectoryIsShownFromWhereItsCaretIsSeen) {
     visit({row_click(1), look([&] {
                const std::string path = directory / deep;
                EXPECT_TRUE(screen_shows(90, 60, path.substr(0, 63), text_green));
-               for (int y = 60; y < 92; ++y) EXPECT_NE(drawn(600, y), Pixel{text_green});
+               for (int y = 60; y < 92; ++y)
+                   EXPECT_NE(drawn(600, y), Pixel{text_green});
            }),
            key_press(Key::tab), look([&] {
                const std::string path = directory / deep;
@@ -242,8 +244,10 @@ TEST_F(FileScreen, ALongNameStaysInsideTheList) {
     write_text(name + ".res", "");
     visit({ctrl_key(Key::c), look([] {
                for (int y = 130; y < 180; ++y)
-                   for (int x = 598; x < 960; ++x) ASSERT_NE(drawn(x, y), Pixel{0xFFB4B4B4}) << x << "," << y;
-           })}, 9);
+                   for (int x = 598; x < 960; ++x)
+                       ASSERT_NE(drawn(x, y), Pixel{0xFFB4B4B4}) << x << "," << y;
+           })},
+          9);
 }
 
 TEST_F(FileScreen, TheListTogglesBetweenCarsAndFiles) {
@@ -289,7 +293,8 @@ TEST_F(FileScreen, ALaterStatusLeavesNothingOfAnEarlierOne) {
            key_press(Key::home), typed("x"), key_press(Key::end), typed("x"), ctrl_key(Key::l),
            shows_status("Unknown format: ", error_red), look([] {
                for (int x = 650; x < 938; ++x)
-                   for (int y = 166; y < 198; ++y) ASSERT_EQ(drawn(x, y), Pixel{0xFF32141E});
+                   for (int y = 166; y < 198; ++y)
+                       ASSERT_EQ(drawn(x, y), Pixel{0xFF32141E});
            })});
 }
 
@@ -357,7 +362,8 @@ TEST_F(FileScreen, AsAPickerItStillLoadsCarFilesAndStays) {
 }
 
 TEST_F(FileScreen, AsAPickerItListsPicturesAndHasNoToggle) {
-    for (const char* name : {"a.tga", "b.PNG", "c.pcx", "d.res"}) write_text(name, "");
+    for (const char* name : {"a.tga", "b.PNG", "c.pcx", "d.res"})
+        write_text(name, "");
     visit({shows_row(1, "a.tga", file_grey), shows_row(2, "b.PNG", file_grey), shows_row(3, "c.pcx", file_grey),
            ctrl_key(Key::c), look([] {
                EXPECT_EQ(LFILES, 4);

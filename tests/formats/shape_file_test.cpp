@@ -2,6 +2,8 @@
 
 #include "formats/shapes.h"
 
+#include <cmath>
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace {
@@ -240,6 +242,22 @@ TEST(ShapeFileFormat, NumbersAreWrittenAsTheirLowBytes) {
     EXPECT_FALSE(shapes_fit_file(*shapes));
     shapes->models[0].prims[0].vertex[1] = 511;
     EXPECT_EQ(bytes_between(encode_shape_file(*shapes), 62 + 4 + 6 + 8, 6), byte_list({2, 1, 55, 44, 0, 255}));
+}
+
+TEST(ShapeFileFormat, EveryKindOfNumberThatIsCutDoesNotFit) {
+    const std::vector<std::function<void(SHAPEMODEL&)>> changes = {
+        [](SHAPEMODEL& model) { model.nverts = 256; },
+        [](SHAPEMODEL& model) { model.nprims = 256; },
+        [](SHAPEMODEL& model) { model.prims[0].material[0] = 256; },
+        [](SHAPEMODEL& model) { model.prims[0].vertex[1] = 256; },
+        [](SHAPEMODEL& model) { model.verts[0].x = 32768 * 0.002; },
+        [](SHAPEMODEL& model) { model.verts[0].y = -32769 * 0.002; },
+        [](SHAPEMODEL& model) { model.verts[0].z = std::nan(""); }};
+    for (std::size_t i = 0; i < changes.size(); ++i) {
+        auto shapes = tiny_shapes();
+        changes[i](shapes->models[0]);
+        EXPECT_FALSE(shapes_fit_file(*shapes)) << "change " << i;
+    }
 }
 
 TEST(ShapeFileFormat, FitsWhenWhatDoesNotFitIsNotWritten) {

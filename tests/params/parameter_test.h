@@ -33,14 +33,19 @@ protected:
     static ScriptStep click_row(int row) { return click(row_x(row), row_y(row)); }
     static ScriptStep point_at_row(int row) { return mouse_at(row_x(row), row_y(row)); }
 
-    // The mouse is there in the pass that runs.
+    // The mouse is there, with these buttons down, in the pass that runs.
     void put_mouse(int x, int y, int buttons = 0) {
         std::vector<ScriptStep> steps{mouse_at(x, y)};
-        if (buttons & 1) steps.push_back(press(x, y, 1));
-        if (buttons & 2) steps.push_back(press(x, y, 2));
+        for (const int button : {1, 2})
+            steps.push_back((buttons & button) != 0 ? press(x, y, button) : release(x, y, button));
         window.play(std::move(steps));
-        while (!window.finished() || mouse().x != x || mouse().y != y || mouse().buttons != buttons)
+        while (!window.finished())
             read_mouse();
+        for (int i = 0; i < 4; ++i)
+            read_mouse();
+        ASSERT_EQ(mouse().x, x);
+        ASSERT_EQ(mouse().y, y);
+        ASSERT_EQ(mouse().buttons, buttons);
     }
 
     static void fill_par(int value) { PAR.fill(static_cast<std::byte>(value)); }

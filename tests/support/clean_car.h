@@ -25,7 +25,7 @@ protected:
         reset_colours();
         reset_file_status();
         reset_config();
-        reset_screen();
+        set_window_title("");
         FILE_ERROR = "an earlier failure";
     }
 

@@ -10,6 +10,7 @@ inline void write_text(const std::string& path, const std::string& text) { put_f
 
 inline std::string read_text(const std::string& path) {
     std::string text;
-    for (const std::byte b : get_file(path)) text += static_cast<char>(b);
+    for (const std::byte b : get_file(path))
+        text += static_cast<char>(b);
     return text;
 }

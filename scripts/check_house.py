@@ -1,0 +1,179 @@
+#!/usr/bin/env python3
+"""Checks the rules of the house that no compiler knows: the floors of the includes, the kept oddities, the headers, and
+that no file names a folder of the machine it was written on. Prints one line a finding; exit status 1 when there is one."""
+
+import collections
+import pathlib
+import re
+import subprocess
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+SOURCE_FOLDERS = ("src", "tests", "tools", "bench", "fuzz")
+SOURCE_SUFFIXES = (".cpp", ".h", ".c")
+GENERATED_SUFFIX = ".inc"  # made by the build, of no floor
+
+findings = []
+
+
+def find(place, what):
+    findings.append(f"{place}: {what}")
+
+
+def read(path):
+    return (ROOT / path).read_text(encoding="utf-8", errors="replace")
+
+
+def all_files():
+    """What the project holds or is about to: tracked, or new and not ignored. Relative paths."""
+    listed = subprocess.run(["git", "ls-files", "-co", "--exclude-standard", "-z"], cwd=ROOT, capture_output=True,
+                            text=True, check=False)
+    if listed.returncode == 0:
+        names = filter(None, listed.stdout.split("\0"))
+    else:  # an unpacked archive
+        found = (p.relative_to(ROOT) for p in ROOT.rglob("*") if p.is_file())
+        names = (str(p) for p in found if p.parts[0] not in ("build", ".git"))
+    return sorted(name for name in set(names) if (ROOT / name).is_file())
+
+
+def sources(files, folder, suffixes=SOURCE_SUFFIXES):
+    return [f for f in files if f.startswith(folder + "/") and f.endswith(suffixes)]
+
+
+def stem(path):
+    """app/image.cpp and app/image.h are one file of the house: app/image."""
+    return path.rsplit(".", 1)[0]
+
+
+# --- floors ---------------------------------------------------------------------------------------------------------
+
+ARCHITECTURE = "docs/architecture.md"
+
+
+def floor_number(text):
+    return tuple(int(part) for part in text.split("."))
+
+
+def listed_floors():
+    """Floor of every stem, from the fenced blocks marked "floors"."""
+    floors, order = {}, []
+    for block in re.findall(r"^```floors\n(.*?)^```", read(ARCHITECTURE), re.M | re.S):
+        for line in filter(None, map(str.strip, block.splitlines())):
+            match = re.fullmatch(r"(\d+(?:\.\d+)?) (\S+)", line)
+            if not match:
+                find(ARCHITECTURE, f'"{line}" is no "FLOOR path"')
+                continue
+            if match[2] in floors:
+                find(ARCHITECTURE, f"{match[2]} is listed twice")
+            floors[match[2]] = match[1]
+            order.append((floor_number(match[1]), match[2]))
+    if order != sorted(order):
+        find(ARCHITECTURE, "the floors are not sorted by floor and path")
+    return floors
+
+
+def includes(files):
+    """(file, line number, stem of what it includes) of every include between files of src."""
+    stems = {stem(f.removeprefix("src/")) for f in files}
+    for file in files:
+        for number, line in enumerate(read(file).splitlines(), 1):
+            match = re.match(r'\s*#\s*include\s*"([^"]+)"', line)
+            if not match or match[1].endswith(GENERATED_SUFFIX):
+                continue
+            if stem(match[1]) in stems:
+                yield file, number, stem(match[1])
+            else:
+                find(f"{file}:{number}", f'"{match[1]}" is no file of src')
+
+
+def check_floors(files):
+    floors = listed_floors()
+    inside = sources(files, "src")
+    present = {stem(f.removeprefix("src/")) for f in inside}
+    for path in sorted(present - floors.keys()):
+        find(ARCHITECTURE, f"{path} has no floor")
+    for path in sorted(floors.keys() - present):
+        find(ARCHITECTURE, f"{path} has a floor but is no file of src")
+
+    users = collections.defaultdict(set)
+    for file, number, used in includes(inside):
+        user = stem(file.removeprefix("src/"))
+        if user == used:
+            continue
+        users[used].add(user)
+        if user in users and used in users[user]:
+            find(f"{file}:{number}", f"{user} and {used} include each other")
+        if user in floors and used in floors and floor_number(floors[used]) >= floor_number(floors[user]):
+            find(f"{file}:{number}", f"floor {floors[user]} includes {used} of floor {floors[used]}")
+
+
+# --- oddities -------------------------------------------------------------------------------------------------------
+
+ODDITIES = "docs/kept-oddities.md"
+
+
+def marked_oddities(files):
+    """Where each id is marked in these files."""
+    marked = collections.defaultdict(list)
+    for file in files:
+        for number, line in enumerate(read(file).splitlines(), 1):
+            for name in re.findall(r"ODDITY ([a-z0-9-]+)", line):
+                marked[name].append(f"{file}:{number}")
+    return marked
+
+
+def check_oddities(files):
+    in_code = marked_oddities(sources(files, "src"))
+    in_tests = marked_oddities(sources(files, "tests"))
+    text = read(ODDITIES)
+    in_docs = set(re.findall(r"^## (\S+)$", text, re.M))
+    for name in sorted(in_code.keys() | in_tests.keys() | in_docs):
+        for where, ids in (("src", in_code), (ODDITIES, in_docs), ("tests", in_tests)):
+            if name not in ids:
+                known = in_code.get(name) or in_tests.get(name) or [ODDITIES]
+                find(known[0], f'oddity "{name}" is missing in {where}')
+
+    tests = set()
+    for file in sources(files, "tests"):
+        tests.update(".".join(pair) for pair in re.findall(r"^TEST(?:_F|_P)?\((\w+),\s*(\w+)\)", read(file), re.M))
+    for paragraph in re.findall(r"^Tests?: (.*?)(?:\n\n|\Z)", text, re.M | re.S):
+        for name in re.findall(r"`(\w+\.\w+)`", paragraph):
+            if name not in tests:
+                find(ODDITIES, f"there is no test {name}")
+
+
+# --- headers and words ----------------------------------------------------------------------------------------------
+
+
+def check_headers(files):
+    for folder in SOURCE_FOLDERS:
+        for file in sources(files, folder, (".h",)):
+            lines = read(file).splitlines()
+            if not lines or not lines[0].startswith("//"):
+                find(f"{file}:1", "does not open with a comment that says what it owns")
+            if "#pragma once" not in lines:
+                find(file, "has no #pragma once")
+
+
+MACHINE_PATH = re.compile("/(?:" + "|".join(("work", "root")) + ")/")
+
+
+def check_words(files):
+    for file in files:
+        for number, line in enumerate(read(file).splitlines(), 1):
+            if match := MACHINE_PATH.search(line):
+                find(f"{file}:{number}", f'"{match[0]}" is a path of one machine')
+
+
+def main():
+    files = all_files()
+    check_floors(files)
+    check_oddities(files)
+    check_headers(files)
+    check_words(files)
+    print("\n".join(findings) if findings else f"{len(files)} files, nothing found")
+    return 1 if findings else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
