@@ -28,7 +28,7 @@ public:
         point_ = (point_ + 1) % torque_points;
         InputEvent event;
         event.kind = InputEvent::Kind::mouse_move;
-        event.x = graph::left + pixels_per_point * point_ + 2;
+        event.x = graph_area::left + pixels_per_point * point_ + 2;
         event.y = 400;
         events.push_back(event);
     }

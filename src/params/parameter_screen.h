@@ -18,7 +18,7 @@ struct ParameterScreen {
     bool mouse_waits = false; // the step of the mouse that ended an edit is still to be handled
 };
 
-// One row feeds the dispatch and the documents.
+// One row feeds the dispatch and the test that every key does something.
 struct ParameterKey {
     std::string key, or_key; // or_key: another key that does the same, or empty
     const char* effect;

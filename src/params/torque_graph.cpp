@@ -37,9 +37,9 @@ const OneBased<SpeedMarker, speed_markers>& markers() {
 
 int scaled_torque(int point, int zoom) { return torque(point) * zoom; }
 
-int point_x(int point) { return graph::left + pixels_per_point * point; }
+int point_x(int point) { return graph_area::left + pixels_per_point * point; }
 
-double speed_x(double speed) { return speed * pixels_per_point / rpm_per_point + graph::left; }
+double speed_x(double speed) { return speed * pixels_per_point / rpm_per_point + graph_area::left; }
 
 } // namespace
 
@@ -58,22 +58,26 @@ void set_torque(int point, int value) {
     set_par_byte(par_offset::torque_curve + point, static_cast<std::uint8_t>(std::clamp(value, 0, highest_torque)));
 }
 
-bool over_curve(int x, int y) { return x >= graph::left && x <= graph::right && y >= graph::top && y <= graph::bottom; }
-
-bool over_marker_strip(int x, int y) {
-    return x >= graph::left && x <= graph::right && y >= graph::strip_top && y <= graph::strip_bottom;
+bool over_curve(int x, int y) {
+    return x >= graph_area::left && x <= graph_area::right && y >= graph_area::top && y <= graph_area::bottom;
 }
 
-int point_at(int x) { return (x - graph::left) / pixels_per_point; }
+bool over_marker_strip(int x, int y) {
+    return x >= graph_area::left && x <= graph_area::right && y >= graph_area::strip_top &&
+           y <= graph_area::strip_bottom;
+}
 
-int torque_at(int y, int zoom) { return (graph::bottom - y) / zoom; }
+int point_at(int x) { return (x - graph_area::left) / pixels_per_point; }
+
+int torque_at(int y, int zoom) { return (graph_area::bottom - y) / zoom; }
 
 // ODDITY marker-drag-truncates-key-rounds (kept): the same place gives speeds that may differ by one, cut by the mouse
 // and rounded by a key.
-int dragged_speed(int x) { return rpm_per_point * (x - graph::left) / pixels_per_point; }
+int dragged_speed(int x) { return rpm_per_point * (x - graph_area::left) / pixels_per_point; }
 
 int keyed_speed(int x) {
-    return static_cast<int>(std::nearbyint(rpm_per_point * (x - graph::left) / static_cast<double>(pixels_per_point)));
+    return static_cast<int>(
+        std::nearbyint(rpm_per_point * (x - graph_area::left) / static_cast<double>(pixels_per_point)));
 }
 
 int marker_place(int speed) {
@@ -97,7 +101,7 @@ namespace {
 void draw_marker(Canvas& canvas, int marker, bool dragged) {
     const SpeedMarker& look = speed_marker(marker);
     const int place = marker_place(marker_speed(marker));
-    draw_line(canvas, place + 65, graph::top, place + 65, 525, look.colour);
+    draw_line(canvas, place + 65, graph_area::top, place + 65, 525, look.colour);
     draw_circle(canvas, place + 64, 532, 8, look.colour, 1, 0, whole_circle, true);
     draw_text(canvas, place + 61, 525, look.letter, black);
     if (!dragged) return;
@@ -105,9 +109,9 @@ void draw_marker(Canvas& canvas, int marker, bool dragged) {
 }
 
 void draw_axes(Canvas& canvas, int zoom) {
-    draw_line(canvas, 55, graph::top, graph::left, graph::top, colour::label);
-    draw_line(canvas, graph::left, graph::top, graph::left, graph::bottom, colour::label);
-    draw_line(canvas, 55, graph::bottom, 683, graph::bottom, colour::label);
+    draw_line(canvas, 55, graph_area::top, graph_area::left, graph_area::top, colour::label);
+    draw_line(canvas, graph_area::left, graph_area::top, graph_area::left, graph_area::bottom, colour::label);
+    draw_line(canvas, 55, graph_area::bottom, 683, graph_area::bottom, colour::label);
     draw_text(canvas, 29, 237, std::to_string(256 / zoom - 1), colour::label);
     draw_text(canvas, 45, 492, "0", colour::label);
 }
@@ -115,22 +119,22 @@ void draw_axes(Canvas& canvas, int zoom) {
 void draw_speed_ticks(Canvas& canvas) {
     for (int speed = 0; speed <= 13000; speed += 1000) {
         const double x = speed_x(speed);
-        draw_line(canvas, x, graph::bottom, x, 507, colour::label);
+        draw_line(canvas, x, graph_area::bottom, x, 507, colour::label);
         const std::string label = std::to_string(speed / 1000) + "k";
         draw_text(canvas, x - 4.0 * static_cast<double>(label.size()), 510, label, colour::label);
     }
 }
 
-int curve_y(int point, int zoom) { return graph::bottom - std::min(full_scale, scaled_torque(point, zoom)); }
+int curve_y(int point, int zoom) { return graph_area::bottom - std::min(full_scale, scaled_torque(point, zoom)); }
 
 void draw_curve(Canvas& canvas, int zoom) {
-    draw_pixel(canvas, graph::left, curve_y(0, zoom), curve_colour);
+    draw_pixel(canvas, graph_area::left, curve_y(0, zoom), curve_colour);
     for (int point = 0; point < torque_points; ++point)
         draw_line_from_pen(canvas, point_x(point), curve_y(point, zoom), curve_colour);
 }
 
 void draw_point_box(Canvas& canvas, int point, int value, std::uint32_t box_colour) {
-    const int x = point_x(point), y = graph::bottom - value;
+    const int x = point_x(point), y = graph_area::bottom - value;
     draw_box(canvas, x - 1, y - 1, x + 1, y + 1, box_colour);
 }
 
@@ -163,7 +167,7 @@ void draw_torque_graph(Canvas& canvas, const TorqueGraph& graph) {
 }
 
 bool reaches_outside(const TorqueGraph& graph) {
-    if (graph::bottom - scaled_torque(graph.selected, graph.zoom) - 1 < cleared.y1) return true;
+    if (graph_area::bottom - scaled_torque(graph.selected, graph.zoom) - 1 < cleared.y1) return true;
     for (int marker = 1; marker <= speed_markers; ++marker)
         if (marker_place(marker_speed(marker)) + 64 + 8 > cleared.x2) return true;
     return false;

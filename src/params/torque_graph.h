@@ -13,11 +13,11 @@
 constexpr int rpm_per_point = 128;
 constexpr int pixels_per_point = 6;
 
-namespace graph {
+namespace graph_area {
 constexpr int left = 65, right = 686;              // of the area that the mouse paints in
 constexpr int top = 245, bottom = 500;             // torque 255 at zoom 1, torque 0
 constexpr int strip_top = 510, strip_bottom = 540; // where the markers are dragged
-} // namespace graph
+} // namespace graph_area
 
 struct SpeedMarker {
     const char* letter;
