@@ -5,7 +5,7 @@ build_packages=(
     cmake ninja-build g++ pkg-config ccache
     libsdl2-dev libstb-dev libfreetype-dev xfonts-terminus-dos
 )
-display_packages=(xvfb xdotool imagemagick x11-utils)
+display_packages=(xvfb xdotool imagemagick)
 test_packages=(libgtest-dev libgmock-dev libx11-dev libxtst-dev clang-format python3 "${display_packages[@]}")
 fuzz_packages=(clang libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev libx11-dev libxtst-dev xvfb)

@@ -7,13 +7,19 @@ cars=$2
 pictures=$3
 
 display_number=$(mktemp)
-Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$display_number" 2>/dev/null &
+Xvfb -displayfd 3 -screen 0 1024x768x24 -nolisten tcp 3>"$display_number" 2>"$display_number.log" &
 server=$!
-trap 'kill "$server" 2>/dev/null || true; rm -f "$display_number"' EXIT
+editor=
+trap 'kill $editor "$server" 2>/dev/null || true; rm -f "$display_number" "$display_number.log"' EXIT
 for _ in {1..100}; do
     [[ -s $display_number ]] && break
     sleep 0.1
 done
+if [[ ! -s $display_number ]]; then
+    echo "The virtual display did not start:" >&2
+    cat "$display_number.log" >&2
+    exit 1
+fi
 export DISPLAY=":$(<"$display_number")"
 
 mkdir -p "$pictures"
@@ -42,4 +48,10 @@ picture dash
 click 168 624
 picture parameters
 press Escape
-wait "$editor"
+
+for _ in {1..100}; do
+    kill -0 "$editor" 2>/dev/null || { wait "$editor"; exit; }
+    sleep 0.1
+done
+echo "The editor did not end by Escape" >&2
+exit 1

@@ -39,6 +39,7 @@ struct InputState {
     std::set<Key> held;
     Qualifiers with_key; // of the key read last
     bool key_was_read = false;
+    bool mouse_stepped = false; // since a key was last asked for
     int fruitless = 0;
 };
 
@@ -189,7 +190,7 @@ bool step_mouse_past_keys() {
 
 MouseState read_mouse() {
     refill();
-    if (!input.queue.empty() && !input.queue.front().is_key()) step_mouse_past_keys();
+    if (!input.queue.empty() && !input.queue.front().is_key()) input.mouse_stepped = step_mouse_past_keys();
     return input.current;
 }
 
@@ -197,7 +198,8 @@ const MouseState& mouse() { return input.current; }
 
 std::string read_key() {
     refill();
-    input.key_was_read = !input.queue.empty() && input.queue.front().is_key();
+    const bool mouse_first = std::exchange(input.mouse_stepped, false);
+    input.key_was_read = !mouse_first && !input.queue.empty() && input.queue.front().is_key();
     if (!input.key_was_read) return {};
     const Step step = std::move(input.queue.front());
     input.queue.pop_front();

@@ -2,9 +2,9 @@
 //
 // What a person does is one queue, in the order in which it was done. A screen reads once a pass: read_mouse() goes one
 // step on, to the next state of the mouse that is older than the next unread key; read_key() takes the next key if no
-// unread state of the mouse is older. So no click, key or stroke is lost or overtaken by another, however long a redraw
-// takes. While a button is down every position that was reported is a state of its own; otherwise only the latest
-// counts.
+// unread state of the mouse is older and read_mouse() has not just gone a step on, so that a pass acts on one thing
+// that was done. So no click, key or stroke is lost or overtaken by another, however long a redraw takes. While a
+// button is down every position that was reported is a state of its own; otherwise only the latest counts.
 //
 // When nothing at all has happened for a moment, reading waits inside the platform for the next event, for at most
 // 250 ms; nothing else in the program waits.

@@ -11,7 +11,3 @@
 // gives its control character whatever Caps Lock says; text that arrives with Control or the left Alt key held is no
 // typing. The keypad acts as the cursor block unless Num Lock gives its digits as text.
 std::vector<std::string> key_strings(const InputEvent& event);
-
-// The character of code page 437, 32 to 126 or 128 to 255, for a Unicode character; 0 when the page has none there. The
-// pictures that the page has in place of control characters cannot be typed: their codes are keys.
-unsigned char code_page_437(char32_t character);

@@ -19,14 +19,14 @@
 #include "params/parameter_screen.h"
 #include "params/parameter_table.h"
 
+#include <vector>
+
 namespace {
 
 constexpr int text_columns = 120, text_rows = 40;
 
 // Not shown yet: the first frame is the one with the menu bar.
-void fill_whole_screen() {
-    fill_box(screen(), 0, 0, screen_width - 1, screen_height - 1, colour::background);
-}
+void fill_whole_screen() { fill_box(screen(), 0, 0, screen_width - 1, screen_height - 1, colour::background); }
 
 } // namespace
 
@@ -71,7 +71,7 @@ void run_screens() {
 void shut_down() {
     MENUIMG.reset();
     for (int i = 1; i <= BITMAPS; ++i) {
-        BITMAP[i].pixels = {};
+        std::vector<std::uint8_t>().swap(BITMAP[i].pixels);
         BITMAP[i].preview_2x.reset();
         BITMAP[i].preview_3x.reset();
     }

@@ -1,5 +1,6 @@
 #include "app/sdl_backend.h"
 
+#include "app/code_page.h"
 #include "app/scaling.h"
 #include "app/sdl_events.h"
 #include "app/termination.h"
@@ -144,7 +145,7 @@ void SdlBackend::show_icon() {
 }
 
 void SdlBackend::set_title(const std::string& title) {
-    if (window_) SDL_SetWindowTitle(window_.get(), title.c_str());
+    if (window_) SDL_SetWindowTitle(window_.get(), utf8_from_code_page(title).c_str());
 }
 
 void SdlBackend::present(const Image& picture, const Rectangle& changed) {

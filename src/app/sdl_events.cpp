@@ -103,6 +103,7 @@ void SdlEvents::watch(SDL_Window* window, Size picture) {
     SDL_GetWindowSize(window, &points.width, &points.height);
     measure(points);
     SDL_SetEventFilter(&SdlEvents::admit, this);
+    moves_held_back_ = true; // setting the filter threw away what told where the pointer is
 }
 
 // On a scaled display a point of the desktop is larger than the window's pixels.
@@ -217,9 +218,8 @@ void SdlEvents::window_event(const SDL_WindowEvent& event, std::vector<InputEven
     }
 }
 
-void SdlEvents::current_position(std::vector<InputEvent>& events) const {
+void SdlEvents::current_position(std::vector<InputEvent>& events) {
     if (SDL_GetMouseFocus() != window_) return;
-    int x = 0, y = 0;
-    SDL_GetMouseState(&x, &y);
-    events.push_back(mouse_event(InputEvent::Kind::mouse_move, x, y));
+    SDL_GetMouseState(&x_, &y_);
+    events.push_back(mouse_event(InputEvent::Kind::mouse_move, x_, y_));
 }

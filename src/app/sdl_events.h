@@ -29,7 +29,7 @@ private:
     void key(const SDL_KeyboardEvent& event, std::vector<InputEvent>& events);
     void button(const SDL_MouseButtonEvent& event, std::vector<InputEvent>& events);
     void window_event(const SDL_WindowEvent& event, std::vector<InputEvent>& events);
-    void current_position(std::vector<InputEvent>& events) const;
+    void current_position(std::vector<InputEvent>& events);
 
     SDL_Window* window_ = nullptr;
     Size picture_;

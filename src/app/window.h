@@ -13,6 +13,7 @@ constexpr int screen_height = 648;
 bool open_screen(std::string& error);
 // Fixes the text grid; print_text wraps at its width.
 void set_text_grid(int columns, int rows);
+// The title's bytes are characters of code page 437, as in all texts.
 void set_window_title(const std::string& title);
 const std::string& window_title();
 

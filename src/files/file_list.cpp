@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 constexpr std::size_t car_name_length = 40;
 constexpr std::size_t project_head_length = 80;
 // Names stand near the front of any sound file; the listing reads no more of one than this.
-constexpr std::size_t listing_reads = std::size_t{4} << 20;
+constexpr std::size_t listing_reads = std::size_t{1} << 20;
 
 void add_entry(std::string name, std::string shown, std::uint8_t kind) {
     if (LFILES >= max_listed_files) return;
@@ -31,8 +31,8 @@ void add_entry(std::string name, std::string shown, std::uint8_t kind) {
 
 void add_links() {
     for (int i = 1; i <= CONFIGS; ++i) {
-        if (lower_case(CONFIG_ID[i]) != "dirlink") continue;
         const std::string_view value = CONFIG_VALUE[i];
+        if (lower_case(CONFIG_ID[i]) != "dirlink" || value.empty()) continue;
         const std::size_t colon = value.find(':');
         const std::string_view path = colon == std::string_view::npos ? value : value.substr(colon + 1);
         add_entry(std::string(trimmed(path)), std::string(trimmed(value.substr(0, colon))), entry_kind::link);

@@ -151,15 +151,26 @@ void draw_status(const TransferReport& report) {
 
 // --- actions -------------------------------------------------------------------------------------------------------
 
+void end_program(FileScreen& state) {
+    CURMENU = screen_number::quit;
+    state.leave = true;
+}
+
+// After this a click that was acted on is over.
+void wait_for_release(FileScreen& state) {
+    wait_until_buttons_released();
+    if (close_requested()) end_program(state);
+}
+
 void run_transfer(FileScreen& state, Transfer direction) {
     const std::string name = state.field(Field::file).text();
-    const TransferReport report = transfer(direction, name);
+    TransferReport report = transfer(direction, name);
     if (report.unknown_format && state.mode == file_screen_mode::pictures) {
         state.result = (direction == Transfer::load ? "L:" : "S:") + name;
         state.leave = true;
         return;
     }
-    draw_status(report);
+    draw_status(report.unknown_format ? report_unknown_format() : report);
 }
 
 void toggle_list(FileScreen& state) {
@@ -217,7 +228,7 @@ void on_list(FileScreen& state, const MouseState& at) {
     if (at.buttons == 1 && is_row && state.top + row <= LFILES) {
         state.chosen = state.top + row;
         if (state.redraw_list) draw_list(state);
-        wait_until_buttons_released();
+        wait_for_release(state);
     }
     if (at.wheel != state.previous.wheel) scroll(state, state.previous.wheel - at.wheel);
 }
@@ -230,6 +241,7 @@ void on_mouse(FileScreen& state, const MouseState& at) {
         hover(state, no_row);
     }
     state.previous = at;
+    state.previous.buttons = mouse().buttons; // released by now, if a click was waited for
 }
 
 void on_button(FileScreen& state, int button) {
@@ -239,16 +251,15 @@ void on_button(FileScreen& state, int button) {
     case toggle_button: break;
     default: return;
     }
-    wait_until_buttons_released();
+    wait_for_release(state);
     if (button == toggle_button) toggle_list(state);
 }
 
 // --- keys ----------------------------------------------------------------------------------------------------------
 
 void on_key(FileScreen& state, const std::string& pressed) {
-    if (pressed == key::escape) {
-        CURMENU = screen_number::quit;
-        state.leave = true;
+    if (pressed == key::escape || pressed == key::close_window) {
+        end_program(state);
     } else if (pressed == key::tab || pressed == key::up || pressed == key::down) {
         switch_focus(state);
     } else if (pressed == key::enter) {
@@ -284,6 +295,19 @@ void redraw(FileScreen& state) {
     if (state.redraw_list) draw_list(state);
 }
 
+// One round of the loop; false when the screen is to be left.
+bool pass(FileScreen& state) {
+    redraw(state);
+    const MouseState at = read_mouse();
+    const std::string pressed = read_key();
+    on_mouse(state, at);
+    on_button(state, MAINTAINBUTTONS());
+    if (!state.leave) on_key(state, pressed);
+    if (state.leave || MAINTAINMENU(false) < 0) return false;
+    act_on_chosen(state);
+    return true;
+}
+
 void clear_screen() {
     BUTTONS = 0;
     const ScreenLock lock;
@@ -296,19 +320,7 @@ std::string FILEHANDLING(std::uint8_t mode) {
     FileScreen state{.mode = mode, .list_mode = first_list_mode(mode)};
     state.previous.wheel = mouse().wheel;
     draw_frame(mode);
-    while (!state.leave) {
-        redraw(state);
-        const MouseState at = read_mouse();
-        const std::string pressed = read_key();
-        if (pressed == key::close_window) { // before anything that waits for a button, which may still be down
-            CURMENU = screen_number::quit;
-            break;
-        }
-        on_mouse(state, at);
-        on_button(state, MAINTAINBUTTONS());
-        on_key(state, pressed);
-        if (MAINTAINMENU(false) < 0) break;
-        act_on_chosen(state);
+    while (pass(state)) {
     }
     clear_screen();
     return state.result;

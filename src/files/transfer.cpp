@@ -9,9 +9,8 @@
 #include "model/file_status.h"
 
 #include <algorithm>
-#include <array>
-#include <filesystem>
-#include <system_error>
+#include <string_view>
+#include <unistd.h>
 
 namespace {
 
@@ -55,8 +54,7 @@ std::string unpacker() { return CONFIG("vorpack"); }
 // shows an earlier car as loaded.
 std::string unpack(const std::string& packed, std::string_view unpacked_name) {
     std::string unpacked = WORKDIR + std::string(unpacked_name);
-    std::error_code none_there;
-    std::filesystem::remove(unpacked, none_there);
+    ::unlink(unpacked.c_str());
     run_command(unpacker() + " " + shell_quoted(packed) + " " + shell_quoted(unpacked));
     return unpacked;
 }
@@ -82,12 +80,6 @@ TransferReport report(Transfer direction, const std::string& done_name, const st
     return {.text = failure_text(failed_name), .failed = true};
 }
 
-TransferReport report_unknown_format() {
-    report_file(file_status::unknown_format);
-    FILE_FILE.clear();
-    return {.unknown_format = true, .text = failure_text(FILE_FILE), .failed = true};
-}
-
 TransferReport transfer_car(Transfer direction, const std::string& name) {
     const std::string identifier = lower_case(name);
     std::string first_failure;
@@ -111,13 +103,19 @@ TransferReport transfer(Transfer direction, const std::string& name) {
         return name.size() == identifier_length ? transfer_car(direction, name) : TransferReport{};
 
     const FileKind* kind = kind_of(name);
-    if (!kind || (direction == Transfer::save && !kind->save)) return report_unknown_format();
+    if (!kind || (direction == Transfer::save && !kind->save)) return {.unknown_format = true};
     if (direction == Transfer::load) {
         load_kind(*kind, name);
     } else {
         kind->save(name);
     }
     return report(direction, FILE_FILE, FILE_FILE);
+}
+
+TransferReport report_unknown_format() {
+    report_file(file_status::unknown_format);
+    FILE_FILE.clear();
+    return {.text = failure_text(FILE_FILE), .failed = true};
 }
 
 std::string car_file_filter() {

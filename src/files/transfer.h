@@ -7,7 +7,7 @@
 enum class Transfer { load, save };
 
 struct TransferReport {
-    bool unknown_format = false; // no reader or writer knows the name's extension; nothing was done
+    bool unknown_format = false; // no reader or writer knows the name's extension; nothing was done, nothing is said
     std::string text{};          // status line; empty when nothing was done
     bool failed = false;         // the status line is an error
     std::string first_failure{}; // of a car's four files, the first that failed with its error; empty when none did
@@ -16,6 +16,9 @@ struct TransferReport {
 // Does what the name asks for. Without a ".", a name of exactly four characters stands for the car's four files; any
 // other name does nothing. Sets the file-status record.
 TransferReport transfer(Transfer direction, const std::string& name);
+
+// What there is to say about such a name, also in the file-status record.
+TransferReport report_unknown_format();
 
 // The files that the car list shows instead of cars: every kind that can be loaded, the packed ones only when an
 // unpacker is configured.

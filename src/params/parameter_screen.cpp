@@ -174,18 +174,13 @@ MouseState next_mouse(ParameterScreen& state) {
     return std::exchange(state.mouse_waits, false) ? mouse() : read_mouse();
 }
 
-// A key waits until the state of the mouse before it has been handled.
-std::string read_key_after_mouse(const ParameterScreen& state) {
-    return state.now == state.last ? read_key() : std::string{};
-}
-
 // False when the screen is left.
 bool pass(ParameterScreen& state) {
     draw(state);
     if (moved(state)) on_mouse(state);
     state.last = state.now;
     state.now = next_mouse(state);
-    const std::string typed = read_key_after_mouse(state);
+    const std::string typed = read_key();
     if (MAINTAINMENU(false) < 0) {
         clear_work_area();
         return false;

@@ -1,5 +1,6 @@
 #include "app/config.h"
 
+#include "support/child_process.h"
 #include "support/text_file.h"
 
 #include <gmock/gmock.h>
@@ -152,6 +153,17 @@ TEST_F(Config, ADirectoryOfTheFilesNameIsNoConfiguration) {
     std::filesystem::create_directories(home + "/karosmit/karosmit.cfg");
     load_text("a=current");
     EXPECT_EQ(CONFIG("a"), "current");
+}
+
+TEST_F(Config, AFileThatCannotBeOpenedGivesNoEntries) {
+    put_config(current, "a=b");
+    std::filesystem::permissions(directory.path(), std::filesystem::perms(0755));
+    std::filesystem::permissions(current + "/karosmit.cfg", std::filesystem::perms::none);
+    EXPECT_EQ(run_as_ordinary_user([&] {
+                  load();
+                  return WORKDIR == current + "/" && CONFIGS == 0 ? 0 : 1;
+              }),
+              0);
 }
 
 TEST_F(Config, AMegabyteOfTextOrOfZerosIsRead) {

@@ -5,7 +5,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -228,7 +227,6 @@ TEST(KeyTranslation, ControlCharactersInTextAreNoTyping) {
 }
 
 TEST(KeyTranslation, Character255NeverStandsAlone) {
-    EXPECT_EQ(code_page_437(0xA0), 255);
     EXPECT_THAT(key_strings(text("\xC2\xA0")), IsEmpty());
     EXPECT_THAT(key_strings(text("\xC3\xBF")), ElementsAre("\x98")) << "y with diaeresis";
 }
@@ -244,31 +242,6 @@ TEST(KeyTranslation, DamagedTextGivesWhatIsWhole) {
     EXPECT_THAT(key_strings(text("\xE2\x82")), IsEmpty());
     EXPECT_THAT(key_strings(text("\xF0\x9F\x9A")), IsEmpty());
     EXPECT_THAT(key_strings(text("")), IsEmpty());
-}
-
-TEST(CodePage437, EveryCodeFrom128HasOneCharacter) {
-    std::set<unsigned char> seen;
-    for (char32_t character = 0x80; character < 0x2600; ++character)
-        if (const unsigned char code = code_page_437(character)) {
-            EXPECT_GE(code, 128);
-            seen.insert(code);
-        }
-    EXPECT_EQ(seen.size(), 128u);
-}
-
-TEST(CodePage437, KnownCharacters) {
-    EXPECT_EQ(code_page_437(U'Ç'), 0x80);
-    EXPECT_EQ(code_page_437(U'ß'), 0xE1);
-    EXPECT_EQ(code_page_437(U'β'), 0xE1);
-    EXPECT_EQ(code_page_437(U'µ'), 0xE6);
-    EXPECT_EQ(code_page_437(U'μ'), 0xE6);
-    EXPECT_EQ(code_page_437(U'█'), 0xDB);
-    EXPECT_EQ(code_page_437(U'°'), 0xF8);
-    EXPECT_EQ(code_page_437(U'~'), 0x7E);
-    EXPECT_EQ(code_page_437(0x7F), 0);
-    EXPECT_EQ(code_page_437(0), 0);
-    EXPECT_EQ(code_page_437(0x10FFFF), 0);
-    EXPECT_EQ(code_page_437(0xFFFFFFFF), 0);
 }
 
 } // namespace

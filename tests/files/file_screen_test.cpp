@@ -55,13 +55,16 @@ protected:
     static ScriptStep ctrl_key(Key pressed) { return key_press(pressed, ctrl); }
     static ScriptStep row_click(int row) { return click(100, 130 + 16 * row + 8); }
     static ScriptStep shows_file(const std::string& text) {
-        return look([text] { EXPECT_TRUE(screen_shows(90, 76, text, text_green)) << text; });
+        return look([text] { EXPECT_TRUE(screen_shows(90, 76, text + "  ", text_green)) << text; });
     }
     static ScriptStep shows_status(const std::string& text, std::uint32_t colour) {
-        return look([text, colour] { EXPECT_TRUE(screen_shows(650, 150, text, colour)) << text; });
+        return look([=] {
+            const std::string line = text + std::string(36 - text.size(), ' ');
+            EXPECT_TRUE(screen_shows(650, 150, line, colour)) << text;
+        });
     }
     static ScriptStep shows_row(int row, const std::string& text, std::uint32_t colour) {
-        return look([=] { EXPECT_TRUE(screen_shows(50, 130 + 16 * row, text, colour)) << text; });
+        return look([=] { EXPECT_TRUE(screen_shows(50, 130 + 16 * row, text + " ", colour)) << text; });
     }
     static ScriptStep shows_nothing_in_status() {
         return look([] {
@@ -133,6 +136,22 @@ TEST_F(FileScreen, ChoosingADirectoryEntersIt) {
            row_click(0), look([&] { EXPECT_EQ(current_directory(), directory.path()); })});
 }
 
+TEST_F(FileScreen, BothClicksOfAFastDoubleClickCount) {
+    std::filesystem::create_directories("one/two");
+    std::filesystem::current_path("one/two");
+    visit({at_once({row_click(0), row_click(0)}), look([&] { EXPECT_EQ(current_directory(), directory.path()); })});
+}
+
+TEST_F(FileScreen, ALinkThatIsOnlyAPathLeadsThere) {
+    std::filesystem::create_directory("far");
+    CONFIGS = 2;
+    CONFIG_ID[1] = CONFIG_ID[2] = "dirlink";
+    CONFIG_VALUE[1] = directory / "far";
+    CONFIG_VALUE[2] = ""; // switched off
+    visit({shows_row(0, "[ - " + directory / "far" + " - ]", directory_green), shows_row(1, "[..]", directory_green),
+           row_click(0), look([&] { EXPECT_EQ(current_directory(), directory / "far"); })});
+}
+
 TEST_F(FileScreen, ChoosingALinkLeadsToItsDirectory) {
     std::filesystem::create_directory("far");
     CONFIGS = 1;
@@ -155,7 +174,7 @@ TEST_F(FileScreen, AReservedKindOfLinkIsEnteredByItsNameAndADot) {
 TEST_F(FileScreen, ADirectoryThatCannotBeEnteredResetsTheField) {
     visit({key_press(Key::tab), typed("/nowhere"), key_press(Key::enter), look([&] {
                EXPECT_EQ(current_directory(), directory.path());
-               EXPECT_TRUE(screen_shows(90, 60, directory.path(), text_green));
+               EXPECT_TRUE(screen_shows(90, 60, directory.path() + "  ", text_green));
            })});
 }
 
@@ -182,8 +201,8 @@ TEST_F(FileScreen, TabUpAndDownSwitchTheFieldAndPutTheCaretBehindItsText) {
 }
 
 TEST_F(FileScreen, TheFieldHolds62Characters) {
-    visit({typed(std::string(61, 'x') + "yz"), shows_file(std::string(61, 'x') + "y"),
-           look([] { EXPECT_TRUE(screen_shows(90 + 8 * 61, 76, "y ", text_green)); })});
+    visit({typed(std::string(61, 'x') + "yz"),
+           look([] { EXPECT_TRUE(screen_shows(90, 76, std::string(61, 'x') + "y ", text_green)); })});
 }
 
 TEST_F(FileScreen, ALongDirectoryIsShownFromWhereItsCaretIsSeen) {
@@ -211,9 +230,8 @@ TEST_F(FileScreen, TheMouseHighlightsRowsAndLosesThemOutsideTheList) {
 
 TEST_F(FileScreen, TheTwoPixelRowsUnderTheLastRowAreNoRow) {
     put_numbered_files(40);
-    visit({ctrl_key(Key::c), mouse_at(100, 577), shows_row(27, "f127.res", file_white), mouse_at(100, 578),
-           shows_row(27, "f127.res", file_grey), click(100, 579), shows_file("")});
-    EXPECT_EQ(FILE_FILE, "");
+    visit({typed("keep"), ctrl_key(Key::c), mouse_at(100, 577), shows_row(27, "f127.res", file_white),
+           mouse_at(100, 578), shows_row(27, "f127.res", file_grey), click(100, 579), shows_file("keep")});
 }
 
 TEST_F(FileScreen, AListOf28EntriesCannotScroll) {
@@ -231,7 +249,8 @@ TEST_F(FileScreen, With40EntriesTheWheelStopsAtTheTwelfthAndNeverShowsTheLast) {
 }
 
 TEST_F(FileScreen, ClickingARowBelowTheLastEntryChoosesNothing) {
-    visit({row_click(5), shows_file(""), look([&] { EXPECT_EQ(current_directory(), directory.path()); })});
+    visit({typed("keep"), row_click(5), shows_file("keep"),
+           look([&] { EXPECT_EQ(current_directory(), directory.path()); })});
 }
 
 TEST_F(FileScreen, OnlyTheLeftButtonAloneChooses) {
@@ -283,7 +302,9 @@ TEST_F(FileScreen, SavingAPackedKindIsAnUnknownFormat) {
 
 TEST_F(FileScreen, APackedFileWithoutAnUnpackerDoesNothingAndShowsNothing) {
     write_text("car.p3s", "");
-    visit({typed("car.p3s"), ctrl_key(Key::l), shows_nothing_in_status()});
+    visit({typed("x.pvs"), ctrl_key(Key::s), shows_status("Unknown format: ", error_red), key_press(Key::home),
+           key_press(Key::delete_), key_press(Key::delete_), key_press(Key::delete_), key_press(Key::delete_),
+           key_press(Key::delete_), typed("car.p3s"), ctrl_key(Key::l), shows_nothing_in_status()});
 }
 
 TEST_F(FileScreen, ALaterStatusLeavesNothingOfAnEarlierOne) {
@@ -327,6 +348,23 @@ TEST_F(FileScreen, TheCloseRequestEndsTheWaitForTheToggleButtonsRelease) {
     EXPECT_EQ(CURMENU, screen_number::quit);
 }
 
+TEST_F(FileScreen, AnActionIsDoneOnceWhenTheWindowClosesWhileItsButtonIsDown) {
+    play({typed("abcd"), at_once({press(850, 80), typed("xy"), close_window()})},
+         [&] { FILEHANDLING(file_screen_mode::cars); });
+    EXPECT_EQ(CURMENU, screen_number::quit);
+    EXPECT_EQ(FILE_FILE, "stdbabcd.vsh");
+}
+
+TEST_F(FileScreen, WhatIsDoneLastDecidesWhereItLeads) {
+    play({at_once({key_press(Key::escape), press(3 * 48 + 5, 620)})}, [&] { FILEHANDLING(file_screen_mode::cars); });
+    EXPECT_EQ(CURMENU, screen_number::quit) << "Escape came before the click";
+    reset_input();
+    CURMENU = screen_number::files;
+    play({at_once({press(3 * 48 + 5, 620), key_press(Key::escape)})}, [&] { FILEHANDLING(file_screen_mode::cars); });
+    EXPECT_EQ(CURMENU, screen_number::parameters) << "the click came before Escape";
+    EXPECT_EQ(read_key(), key::escape) << "it is left to the next screen";
+}
+
 TEST_F(FileScreen, EveryVisitStartsAfresh) {
     put_numbered_files(40);
     visit({ctrl_key(Key::c), wheel(100, 300, -5), typed("left")});
@@ -344,6 +382,7 @@ TEST_F(FileScreen, KeysTypedWhileAFileIsLoadedAreKeptInOrder) {
 // --- the picker ----------------------------------------------------------------------------------------------------
 
 TEST_F(FileScreen, AsAPickerAnUnknownExtensionIsTheResult) {
+    FILE_ERNUM = file_status::success;
     play({typed("pic.png"), ctrl_key(Key::l)}, [&] { result = FILEHANDLING(file_screen_mode::pictures); });
     EXPECT_EQ(result, "L:pic.png");
     play({typed("x.p3s"), ctrl_key(Key::s)}, [&] { result = FILEHANDLING(file_screen_mode::pictures); });
