@@ -24,9 +24,7 @@ namespace {
 constexpr int text_columns = 120, text_rows = 40;
 
 // Not shown yet: the first frame is the one with the menu bar.
-void fill_whole_screen() {
-    fill_box(screen(), 0, 0, screen_width - 1, screen_height - 1, colour::background);
-}
+void fill_whole_screen() { fill_box(screen(), 0, 0, screen_width - 1, screen_height - 1, colour::background); }
 
 } // namespace
 
