@@ -54,7 +54,7 @@ std::string unpacker() { return CONFIG("vorpack"); }
 // The file that the unpacker makes of a packed one. An older one is removed first, so that an unpacker that fails never
 // shows an earlier car as loaded.
 std::string unpack(const std::string& packed, std::string_view unpacked_name) {
-    const std::string unpacked = WORKDIR + std::string(unpacked_name);
+    std::string unpacked = WORKDIR + std::string(unpacked_name);
     std::error_code none_there;
     std::filesystem::remove(unpacked, none_there);
     run_command(unpacker() + " " + shell_quoted(packed) + " " + shell_quoted(unpacked));
