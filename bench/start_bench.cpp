@@ -14,8 +14,10 @@ int main() {
     std::vector<double> editor_times, minimal_times, ratios;
     for (int round = 0; round < rounds; ++round) {
         std::unique_ptr<ShownProgram> editor, minimal;
-        const auto time_editor = [&] { return milliseconds_of([&] { editor = ground.show_editor(); }); };
-        const auto time_minimal = [&] { return milliseconds_of([&] { minimal = ground.show_minimal_program(); }); };
+        const auto time_editor = [&] { return waiting_milliseconds([&] { editor = ground.show_editor(); }); };
+        const auto time_minimal = [&] {
+            return waiting_milliseconds([&] { minimal = ground.show_minimal_program(); });
+        };
         // Who begins changes from round to round; one has ended before the other starts.
         if (round % 2 == 0) editor_times.push_back(time_editor());
         editor.reset();

@@ -5,6 +5,7 @@
 #include "program/real_window.h"
 #include "program/virtual_display.h"
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -63,6 +64,13 @@ private:
     VirtualDisplay display_;
     std::filesystem::path folder_;
 };
+
+// By the clock on the wall: what is measured is a person's wait.
+inline double waiting_milliseconds(auto&& work) {
+    const auto begin = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
+}
 
 // Prints the line that says whether a figure keeps its limit, and returns it.
 inline bool report_at_most(const char* what, double figure, const char* unit, double limit) {

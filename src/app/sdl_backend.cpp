@@ -111,6 +111,7 @@ private:
     Placement placement_;
     SdlEvents events_;
     bool everything_is_stale_ = true;
+    bool icon_is_shown_ = false;
 };
 
 SdlBackend::~SdlBackend() {
@@ -131,11 +132,12 @@ bool SdlBackend::open(int width, int height, std::string& error) {
     SDL_StartTextInput();
     catch_termination_signals();
     events_.watch(window_.get(), {width, height});
-    show_icon();
     return true;
 }
 
+// Done once the first frame is on the screen, which it would only delay.
 void SdlBackend::show_icon() {
+    if (std::exchange(icon_is_shown_, true)) return;
     const ImageHandle icon = TARGALOAD(icon_path_);
     if (!icon || icon->bytes_per_pixel() != 4) return;
     const SurfaceHandle picture{SDL_CreateRGBSurfaceWithFormatFrom(icon->bytes().data(), icon->width(), icon->height(),
@@ -230,6 +232,7 @@ void SdlBackend::poll(std::vector<InputEvent>& events) {
     }
     events_.finish(events);
     if (everything_is_stale_) show_everything();
+    if (picture_) show_icon();
     if (termination_asked()) events.emplace_back().kind = InputEvent::Kind::close_request;
 }
 

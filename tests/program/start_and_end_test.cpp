@@ -43,7 +43,7 @@ TEST_F(StartAndEnd, TheWindowBearsTheProgramsNameClassAndIcon) {
     start();
     EXPECT_THAT(window->title(), testing::StartsWith("Karosmit 1.0.4"));
     EXPECT_EQ(window->window_class(), (std::pair<std::string, std::string>{"karosmit", "karosmit"}));
-    EXPECT_TRUE(window->has_icon());
+    EXPECT_TRUE(wait_until([&] { return window->has_icon(); }));
 }
 
 TEST_F(StartAndEnd, EscapeEndsTheProgramNormallyFromEveryScreen) {

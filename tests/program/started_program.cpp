@@ -36,6 +36,8 @@ void set_environment(const std::map<std::string, std::string>& environment) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     const int errors = open(error_file.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     dup2(errors, STDERR_FILENO);
+    // Of use to a program built with the sanitizers only.
+    setenv("LSAN_OPTIONS", "suppressions=" LIBRARY_LEAKS ":print_suppressions=0", 1);
     set_environment(environment);
     if (chdir(folder.c_str()) != 0) _exit(126);
     execl(program.c_str(), program.c_str(), static_cast<char*>(nullptr));
