@@ -39,7 +39,7 @@ struct InputState {
     std::set<Key> held;
     Qualifiers with_key; // of the key read last
     bool key_was_read = false;
-    bool mouse_stepped = false; // since a key was last asked for
+    bool mouse_stepped = false; // by the last read_mouse(), and no key asked for since
     int fruitless = 0;
 };
 
@@ -190,7 +190,8 @@ bool step_mouse_past_keys() {
 
 MouseState read_mouse() {
     refill();
-    if (!input.queue.empty() && !input.queue.front().is_key()) input.mouse_stepped = step_mouse_past_keys();
+    const bool mouse_is_next = !input.queue.empty() && is_mouse_step(input.queue.front());
+    input.mouse_stepped = mouse_is_next && step_mouse_past_keys();
     return input.current;
 }
 
@@ -229,6 +230,7 @@ bool key_held(int scancode) {
 }
 
 void wait_until_buttons_released() {
+    input.mouse_stepped = false; // whoever waits has acted on the step
     while (input.current.buttons != 0) {
         if (step_mouse_past_keys()) continue;
         if (close_requested() || !backend()) return;
