@@ -52,3 +52,10 @@ inline bool report(const char* what, double ratio, const char* unit, double limi
     std::printf("%s: %.2f x %s (limit > %.1f) %s\n", what, ratio, unit, limit, kept ? "ok" : "MISSED");
     return kept;
 }
+
+// Prints the line that says whether a figure keeps its limit, and returns it.
+inline bool report_at_most(const char* what, double figure, const char* unit, double limit) {
+    const bool kept = figure <= limit;
+    std::printf("%s: %.3f %s (limit %.2f) %s\n", what, figure, unit, limit, kept ? "ok" : "MISSED");
+    return kept;
+}

@@ -71,10 +71,3 @@ inline double waiting_milliseconds(auto&& work) {
     work();
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
 }
-
-// Prints the line that says whether a figure keeps its limit, and returns it.
-inline bool report_at_most(const char* what, double figure, const char* unit, double limit) {
-    const bool kept = figure <= limit;
-    std::printf("%s: %.3f %s (limit %.2f) %s\n", what, figure, unit, limit, kept ? "ok" : "MISSED");
-    return kept;
-}

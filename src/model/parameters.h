@@ -16,7 +16,7 @@ extern std::string CARNAME;     // "gnam": the car's full name
 extern std::string CARSIGNNAME; // "gsna": the short name on the sign
 extern std::string CARINFO;     // "edes": the description, every line ended by "]"
 
-// Byte offsets in PAR of what has a name outside the table of edit targets.
+// Byte offsets in PAR of what has a name outside the table of edit targets. Points are two bytes or two words, x first.
 namespace par_offset {
 constexpr int gear_count = 0; // u8
 constexpr int mass = 2;       // u16
@@ -24,10 +24,22 @@ constexpr int idle_rpm = 6;   // u16, and the next three
 constexpr int downshift_rpm = 8;
 constexpr int upshift_rpm = 10;
 constexpr int maximum_rpm = 12;
-constexpr int torque_curve = 58; // 104 bytes, point i at 128 x i revolutions per minute
+constexpr int knobs = 28;                 // u16 points: the gate, then gears 1 to 6, relative to the gear box
+constexpr int torque_curve = 58;          // 104 bytes, point i at 128 x i revolutions per minute
+constexpr int collision_half_width = 200; // u16, and the next three
+constexpr int collision_height = 202;
+constexpr int collision_half_length = 204;
+constexpr int collision_radius = 206;
+constexpr int wheels = 210;           // four times three u16: across, nothing known, along
+constexpr int steering_markers = 234; // 31 u8 points on the canvas
+constexpr int speedometer = 296;      // u16 centre x, y and point count, then the needle tips as u8 points
+constexpr int tachometer = 510;       // the same
 } // namespace par_offset
 
 constexpr int torque_points = 104;
+constexpr int most_gears = 6;
+constexpr int most_speedometer_points = 103;
+constexpr int most_tachometer_points = 127;
 
 // Bytes and 16-bit words of PAR at a byte offset. An offset that does not lie wholly inside PAR reads as 0 and writes
 // nothing.

@@ -10,6 +10,7 @@
 #include <array>
 #include <cmath>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -28,10 +29,17 @@ using PaintTable = std::map<std::string, std::array<std::uint16_t, paint_jobs>>;
 
 // --- car.txt -------------------------------------------------------------------------------------------------------
 
-void store_parameter(const SourceLine& line, const std::string& label, const std::string& value) {
-    const auto target = std::ranges::find(PTARGET, label, &PARAMINPUT::label);
-    if (label.empty() || target == PTARGET.end()) line.fail("no parameter is called \"" + label + "\"");
-    const long number = leading_integer(value);
+bool is_number_row(const PARAMINPUT& target) {
+    return target.type == target_type::byte || target.type == target_type::word;
+}
+
+void store_parameter(const SourceLine& line, const std::string& label, const std::string& value,
+                     std::set<std::string>& stored) {
+    const auto target = std::ranges::find_if(
+        PTARGET, [&](const PARAMINPUT& row) { return row.label == label && !label.empty() && is_number_row(row); });
+    if (target == PTARGET.end()) line.fail("no parameter is called \"" + label + "\"");
+    if (!stored.insert(label).second) line.fail("\"" + label + "\" a second time");
+    const long number = whole_number(line, value);
     if (number < target->minimum || number > target->maximum) line.fail("out of range");
     if (target->type == target_type::byte) {
         set_par_byte(target->offset, static_cast<std::uint8_t>(number));
@@ -40,10 +48,16 @@ void store_parameter(const SourceLine& line, const std::string& label, const std
     }
 }
 
+void check_all_stored(const std::filesystem::path& file, const std::set<std::string>& stored) {
+    for (const PARAMINPUT& row : PTARGET)
+        if (is_number_row(row) && !stored.contains(row.label))
+            throw SourceError(file.string() + ": no \"" + row.label + "\"");
+}
+
 void append_torque(const SourceLine& line, std::string_view numbers, std::vector<long>& torque) {
     for (numbers = trimmed(numbers); !numbers.empty();) {
         const std::string_view number = numbers.substr(0, numbers.find(' '));
-        torque.push_back(leading_integer(number));
+        torque.push_back(whole_number(line, std::string(number)));
         if (torque.back() < 0 || torque.back() > 255) line.fail("a torque byte is 0 to 255");
         numbers = without_leading_blanks(numbers.substr(number.size()));
     }
@@ -51,6 +65,7 @@ void append_torque(const SourceLine& line, std::string_view numbers, std::vector
 
 void read_parameters(const std::filesystem::path& file) {
     std::vector<long> torque;
+    std::set<std::string> stored;
     CARINFO.clear();
     for (const SourceLine& line : read_source_lines(file)) {
         const std::size_t equals = line.text.find('=');
@@ -67,8 +82,9 @@ void read_parameters(const std::filesystem::path& file) {
         else if (key == "torque")
             append_torque(line, value, torque);
         else
-            store_parameter(line, key, value);
+            store_parameter(line, key, value, stored);
     }
+    check_all_stored(file, stored);
     if (torque.size() != torque_points) throw SourceError(file.string() + ": not 104 torque bytes");
     for (int i = 0; i < torque_points; ++i)
         set_par_byte(par_offset::torque_curve + i, static_cast<std::uint8_t>(torque[static_cast<std::size_t>(i)]));
@@ -124,7 +140,8 @@ private:
         primitive.cull1 = primitive.cull2 = always_shown;
         std::ranges::copy(*material_, primitive.material.begin());
         for (std::size_t i = 0; i < corners; ++i)
-            primitive.vertex[i] = static_cast<std::uint16_t>(first_vertex_ + line.integer(i + 1) - 1);
+            primitive.vertex[i] = static_cast<std::uint16_t>(
+                first_vertex_ + line.integer_within(i + 1, 1, model_.nverts - first_vertex_) - 1);
     }
 
     SHAPEMODEL& model_;
@@ -195,6 +212,9 @@ void set_rounded_word(int offset, double value) {
     set_par_word(offset, static_cast<std::uint16_t>(static_cast<std::int16_t>(std::lround(value))));
 }
 
+int wheel_across(int wheel) { return par_offset::wheels + 6 * wheel; }
+int wheel_along(int wheel) { return wheel_across(wheel) + 4; }
+
 // Collision half-width, height, half-length and radius, and the places of the wheels, from the in-game model.
 void store_dimensions(const SHAPEMODEL& model) {
     double x = 0, y = 0, z = 0;
@@ -203,21 +223,22 @@ void store_dimensions(const SHAPEMODEL& model) {
         y = std::max(y, std::abs(model.verts[i].y));
         z = std::max(z, model.verts[i].z);
     }
-    set_rounded_word(200, x / CARSCALE[1]);
-    set_rounded_word(204, y / CARSCALE[1]);
-    set_rounded_word(202, z / CARSCALE[1]);
-    set_rounded_word(206, std::sqrt(x * x + y * y + z * z) * 1.05 / CARSCALE[1]);
+    set_rounded_word(par_offset::collision_half_width, x / CARSCALE[1]);
+    set_rounded_word(par_offset::collision_half_length, y / CARSCALE[1]);
+    set_rounded_word(par_offset::collision_height, z / CARSCALE[1]);
+    set_rounded_word(par_offset::collision_radius, std::sqrt(x * x + y * y + z * z) * 1.05 / CARSCALE[1]);
     for (int wheel = 0; wheel < 2; ++wheel) {
         const std::size_t first = static_cast<std::size_t>(first_wheel_vertex + 6 * wheel);
         const SHAPEVERTEX& near = model.verts[first];
         const SHAPEVERTEX& far = model.verts[first + 3];
-        set_rounded_word(210 + 6 * wheel, (near.x + far.x) / (2 * CARSCALE[3]));
-        set_rounded_word(214 + 6 * wheel, far.y / CARSCALE[3]);
+        set_rounded_word(wheel_across(wheel), (near.x + far.x) / (2 * CARSCALE[3]));
+        set_rounded_word(wheel_along(wheel), far.y / CARSCALE[3]);
     }
-    set_par_word(222, par_word(216));
-    set_par_word(226, static_cast<std::uint16_t>(-par_word(220)));
-    set_par_word(228, par_word(210));
-    set_par_word(232, static_cast<std::uint16_t>(-par_word(214)));
+    // The front wheels mirror the rear ones: the third the second, the fourth the first.
+    for (int wheel = 2; wheel < wheels; ++wheel) {
+        set_par_word(wheel_across(wheel), par_word(wheel_across(wheels - 1 - wheel)));
+        set_par_word(wheel_along(wheel), static_cast<std::uint16_t>(-par_word(wheel_along(wheels - 1 - wheel))));
+    }
 }
 
 } // namespace

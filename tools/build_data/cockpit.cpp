@@ -8,13 +8,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <map>
 #include <numbers>
+#include <ranges>
 
 namespace {
 
-constexpr std::size_t shared_tail = 2; // "!cg0" and "!eg0" end both files
-constexpr int opaque_from = 128;       // alpha from which a pixel hides what lies behind
+constexpr std::string_view shared_tail[] = {"!cg0", "!eg0"}; // end both files
+constexpr int canvas_width = 320, canvas_height = 200;
+constexpr int opaque_from = 128; // alpha from which a pixel hides what lies behind
 constexpr std::uint8_t see_through = 255;
 
 int alpha_of(std::uint32_t pixel) { return static_cast<int>(pixel >> 24); }
@@ -46,7 +49,10 @@ void add_bitmaps(const std::filesystem::path& folder, const SourceLine& line, co
     const std::string id = id_of(line);
     const ImageHandle picture = read_png(folder / line.field(1));
     bitmaps.push_back(bitmap_from(*picture, id, line, [&](std::uint32_t pixel) {
-        return alpha_of(pixel) >= opaque_from ? nearest(pixel) : nearest(0);
+        const std::uint32_t colour = alpha_of(pixel) >= opaque_from ? pixel & 0xFFFFFF : 0;
+        const std::uint8_t index = nearest(colour);
+        if ((PAL[index] & 0xFFFFFF) != colour) line.fail("a pixel has a colour that is not in the palette");
+        return index;
     }));
     const std::string mask(mask_of(id));
     if (mask.empty()) return;
@@ -62,6 +68,7 @@ const BitmapRecord& find_bitmap(const Cockpit& cockpit, std::string_view id) {
 }
 
 void set_point_bytes(int offset, double x, double y) {
+    if (x < 0 || y < 0 || x > 255 || y > 255) throw SourceError("a point that two bytes cannot hold");
     set_par_byte(offset, static_cast<std::uint8_t>(std::lround(x)));
     set_par_byte(offset + 1, static_cast<std::uint8_t>(std::lround(y)));
 }
@@ -77,14 +84,16 @@ const SourceLine& gauge_line(const GaugeLines& lines, const std::string& key) {
 }
 
 // Centre, number of points and needle tips of a gauge, as words and bytes from `offset` on.
-void store_gauge(const GaugeLines& lines, const std::string& name, int offset, const BitmapRecord& instruments) {
+void store_gauge(const GaugeLines& lines, const std::string& name, int offset, int most_points,
+                 const BitmapRecord& instruments) {
     const SourceLine& centre = gauge_line(lines, name + "_centre");
-    const double x = static_cast<double>(centre.integer(1) - instruments.relative_x);
-    const double y = static_cast<double>(centre.integer(2) - instruments.relative_y);
+    const long left = instruments.relative_x, top = instruments.relative_y;
+    const auto x = static_cast<double>(centre.integer_within(1, left, left + instruments.width) - left);
+    const auto y = static_cast<double>(centre.integer_within(2, top, top + instruments.height) - top);
     const double radius = gauge_line(lines, name + "_radius").real(1);
     const double start = gauge_line(lines, name + "_start").real(1);
     const double end = gauge_line(lines, name + "_end").real(1);
-    const long points = gauge_line(lines, name + "_points").integer(1);
+    const long points = gauge_line(lines, name + "_points").integer_within(1, 1, most_points);
 
     set_par_word(offset, static_cast<std::uint16_t>(x));
     set_par_word(offset + 2, static_cast<std::uint16_t>(y));
@@ -97,18 +106,24 @@ void store_gauge(const GaugeLines& lines, const std::string& name, int offset, c
 
 // The steering dot's way: a quarter of a circle from the top of the wheel to its right.
 void store_wheel_markers(const SourceLine& wheel) {
-    constexpr int markers_at = 234, steps = 30;
+    constexpr int steps = 30;
     for (int k = 0; k <= steps; ++k) {
         const double angle = std::numbers::pi / 2 * (steps - k) / steps;
-        set_point_bytes(markers_at + 2 * k, wheel.real(1) + std::cos(angle) * wheel.real(3),
+        set_point_bytes(par_offset::steering_markers + 2 * k, wheel.real(1) + std::cos(angle) * wheel.real(3),
                         wheel.real(2) - std::sin(angle) * wheel.real(3));
     }
 }
 
-void store_knob(int gear, const SourceLine& line, std::size_t first_field) {
-    constexpr int knobs_at = 28;
-    set_par_word(knobs_at + 4 * gear, static_cast<std::uint16_t>(line.integer(first_field)));
-    set_par_word(knobs_at + 4 * gear + 2, static_cast<std::uint16_t>(line.integer(first_field + 1)));
+void store_knob(long gear, const SourceLine& line, std::size_t first_field) {
+    const int offset = par_offset::knobs + 4 * static_cast<int>(gear);
+    set_par_word(offset, static_cast<std::uint16_t>(line.integer_within(first_field, 0, canvas_width)));
+    set_par_word(offset + 2, static_cast<std::uint16_t>(line.integer_within(first_field + 1, 0, canvas_height)));
+}
+
+bool has_shared_tail(const std::vector<BitmapRecord>& bitmaps) {
+    return bitmaps.size() > std::size(shared_tail) &&
+           std::ranges::equal(bitmaps | std::views::drop(bitmaps.size() - std::size(shared_tail)), shared_tail, {},
+                              &BitmapRecord::name);
 }
 
 } // namespace
@@ -128,6 +143,8 @@ Cockpit read_cockpit(const std::filesystem::path& folder) {
             line.fail("a bitmap before [a] or [b]");
         }
     }
+    if (!has_shared_tail(cockpit.dashboard) || !has_shared_tail(cockpit.dots_and_digits))
+        throw SourceError((folder / "layout.txt").string() + ": both parts end with !cg0 and !eg0");
     return cockpit;
 }
 
@@ -143,7 +160,7 @@ Bytes encode_default_set(const Cockpit& cockpit) {
     const auto& b = cockpit.dots_and_digits;
     std::vector<ArchiveResource> resources;
     const auto append = [&](const BitmapRecord& bitmap) { resources.push_back({bitmap.name, encode_bitmap(bitmap)}); };
-    std::for_each(b.begin() + 1, b.end() - shared_tail, append);
+    std::for_each(b.begin() + 1, b.end() - std::ssize(shared_tail), append);
     std::for_each(a.begin() + 1, a.end(), append);
     append(b.front());
     append(a.front());
@@ -151,18 +168,17 @@ Bytes encode_default_set(const Cockpit& cockpit) {
 }
 
 void store_gauges(const std::filesystem::path& folder, const Cockpit& cockpit) {
-    constexpr int speedometer_at = 296, tachometer_at = 510;
     GaugeLines lines;
     for (const SourceLine& line : read_source_lines(folder / "gauges.txt")) {
         if (line.field(0) == "gear") {
-            store_knob(static_cast<int>(line.integer(1)), line, 2);
+            store_knob(line.integer_within(1, 1, most_gears), line, 2);
         } else {
             lines.emplace(line.field(0), line);
         }
     }
     const BitmapRecord& instruments = find_bitmap(cockpit, "ins2");
-    store_gauge(lines, "speedometer", speedometer_at, instruments);
-    store_gauge(lines, "tachometer", tachometer_at, instruments);
+    store_gauge(lines, "speedometer", par_offset::speedometer, most_speedometer_points, instruments);
+    store_gauge(lines, "tachometer", par_offset::tachometer, most_tachometer_points, instruments);
     store_wheel_markers(gauge_line(lines, "wheel_centre"));
     store_knob(0, gauge_line(lines, "gear_gate"), 1);
 }

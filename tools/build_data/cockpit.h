@@ -18,8 +18,9 @@ Cockpit read_cockpit(const std::filesystem::path& folder);
 
 // The bytes of a car's dashboard files.
 Bytes encode_bitmaps(const std::vector<BitmapRecord>& bitmaps);
-// The bytes of one file of all bitmaps, in an order from which a car's two files, loaded over it and saved again, come
-// out as they were. Loading swaps what it replaces with the last bitmap, so this is not the order of the two files.
+// The bytes of one file of all bitmaps, in an order from which the two files of a car with this layout, when they are
+// the first to be loaded over it, come out byte for byte as they were when saved again. Loading swaps what it replaces
+// with the last bitmap, so this is not the order of the two files.
 Bytes encode_default_set(const Cockpit& cockpit);
 
 // Stores gauges.txt of the folder in PAR: gauge centres and needle tips relative to "ins2", knob positions relative to

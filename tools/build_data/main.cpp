@@ -88,6 +88,7 @@ void build_car(const fs::path& sources, const std::string& id, const fs::path& g
 
 void build_all(const fs::path& sources, const fs::path& target) {
     const fs::path garage = target / "garage";
+    fs::remove_all(garage); // nothing of a car that is gone stays
     fs::create_directories(garage);
     build_palette(sources, target);
     build_materials(sources, target);

@@ -36,8 +36,18 @@ const std::string& SourceLine::field(std::size_t index) const {
 }
 
 long SourceLine::integer(std::size_t index) const { return parse<long>(*this, field(index)); }
+
+long SourceLine::integer_within(std::size_t index, long least, long most) const {
+    const long value = integer(index);
+    if (value < least || value > most)
+        fail(field(index) + " is not within " + std::to_string(least) + " .. " + std::to_string(most));
+    return value;
+}
+
 double SourceLine::real(std::size_t index) const { return parse<double>(*this, field(index)); }
 unsigned long SourceLine::hexadecimal(std::size_t index) const { return parse<unsigned long>(*this, field(index), 16); }
+
+long whole_number(const SourceLine& line, const std::string& text) { return parse<long>(line, text); }
 
 std::vector<SourceLine> read_source_lines(const std::filesystem::path& file) {
     std::ifstream stream(file);

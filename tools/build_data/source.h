@@ -23,9 +23,14 @@ struct SourceLine {
     [[noreturn]] void fail(const std::string& reason) const;
     const std::string& field(std::size_t index) const;
     long integer(std::size_t index) const;
+    // The same, refused outside least .. most.
+    long integer_within(std::size_t index, long least, long most) const;
     double real(std::size_t index) const;
     unsigned long hexadecimal(std::size_t index) const;
 };
+
+// A whole number as a text, refused when anything else stands in it.
+long whole_number(const SourceLine& line, const std::string& text);
 
 // The lines of a text that are neither empty nor a comment ("#" as the first character), trimmed.
 std::vector<SourceLine> read_source_lines(const std::filesystem::path& file);
