@@ -12,7 +12,7 @@
 // million bytes, the tables of 65,535 entries half a million.
 constexpr std::size_t largest_file = std::size_t{16} << 20;
 // The most that is read of a text: the configuration, the colour schemes.
-constexpr std::size_t largest_text = std::size_t{1} << 20;
+constexpr std::size_t largest_text = std::size_t{2} << 20;
 
 // The bytes of a regular file (or what a link to one leads to), at most `limit` of them. Nothing when it does not
 // exist, cannot be opened, has no room in memory, or is a directory, a pipe or a device; those are never opened. As

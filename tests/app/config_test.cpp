@@ -1,11 +1,11 @@
 #include "app/config.h"
 
+#include "support/environment.h"
 #include "support/text_file.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 
 using testing::IsEmpty;
@@ -19,13 +19,14 @@ protected:
     std::string home = directory / "home", appdata = directory / "appdata", current = directory / "current",
                 program = directory / "program";
     std::string earlier_directory = current_directory();
+    EnvironmentVariable home_variable{"HOME"}, appdata_variable{"APPDATA"};
 
     void SetUp() override {
         reset_config();
         for (const std::string& path : {home, appdata, current, program})
             std::filesystem::create_directory(path);
-        ::setenv("HOME", home.c_str(), 1);
-        ::setenv("APPDATA", appdata.c_str(), 1);
+        home_variable.set(home);
+        appdata_variable.set(appdata);
         ASSERT_TRUE(change_directory(current));
     }
     void TearDown() override {
@@ -87,8 +88,8 @@ TEST_F(Config, TheFirstPlaceThatHasTheFileWinsInOrderOfPreference) {
 }
 
 TEST_F(Config, AnUnsetVariableCountsAsTheEmptyText) {
-    ::unsetenv("HOME");
-    ::unsetenv("APPDATA");
+    home_variable.unset();
+    appdata_variable.unset();
     load_text("a=current");
     EXPECT_EQ(CONFIG("a"), "current");
 }
@@ -152,6 +153,13 @@ TEST_F(Config, ADirectoryOfTheFilesNameIsNoConfiguration) {
     std::filesystem::create_directories(home + "/karosmit/karosmit.cfg");
     load_text("a=current");
     EXPECT_EQ(CONFIG("a"), "current");
+}
+
+TEST_F(Config, OfAFileThatIsMostlyAHoleOnlySoMuchIsRead) {
+    put_config(current, "a=b\n");
+    std::filesystem::resize_file(current + "/karosmit.cfg", std::uintmax_t{1} << 40);
+    load();
+    EXPECT_EQ(CONFIG("a"), "b");
 }
 
 TEST_F(Config, AMegabyteOfTextOrOfZerosIsRead) {
