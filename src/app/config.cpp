@@ -39,11 +39,6 @@ std::string absolute(const std::string& directory) {
     return directory.starts_with('/') ? directory : current_directory() + "/" + directory;
 }
 
-std::string text_of(const std::string& path) {
-    const auto content = read_file(path);
-    return content ? ByteReader(*content).text(content->size()) : std::string();
-}
-
 void store_entries(const std::vector<std::pair<std::string, std::string>>& entries) {
     CONFIGS = 0;
     for (const auto& [key, value] : entries) {
@@ -83,7 +78,8 @@ void LOADCONFIG(const std::string& invocation_path) {
         candidates, [](const std::string& directory) { return file_exists(directory + config_name); });
     if (found == candidates.end()) return;
     WORKDIR = absolute(*found);
-    store_entries(decode_config(text_of(WORKDIR + config_name)));
+    if (const auto file = read_file(WORKDIR + config_name, largest_text))
+        store_entries(decode_config(ByteReader(*file).text_view()));
 }
 
 std::string CONFIG(std::string_view key) {

@@ -1,7 +1,6 @@
 #include "app/image.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cstring>
 #include <new>
@@ -50,25 +49,10 @@ void fill(Image& image, std::uint32_t raw) {
 bool is_depth(int depth) { return depth == 8 || depth == 16 || depth == 32; }
 bool is_side(int side) { return side >= 1 && side <= largest_side; }
 
-std::uint32_t difference(std::uint32_t a, std::uint32_t b, int shift) {
-    const std::uint32_t channel_a = a >> shift & 0xFF;
-    const std::uint32_t channel_b = b >> shift & 0xFF;
-    return channel_a > channel_b ? channel_a - channel_b : channel_b - channel_a;
-}
+int channel(std::uint32_t colour, int shift) { return static_cast<int>(colour >> shift & 0xFF); }
 
-std::uint32_t nearest_palette_index(std::uint32_t argb) {
-    std::uint32_t best = 0;
-    std::uint32_t best_distance = 1000;
-    for (std::uint32_t i = 0; i < palette().size(); ++i) {
-        const std::uint32_t entry = palette()[i];
-        const std::uint32_t distance =
-            difference(argb, entry, 16) + difference(argb, entry, 8) + difference(argb, entry, 0);
-        if (distance < best_distance) {
-            best = i;
-            best_distance = distance;
-        }
-    }
-    return best;
+int channel_difference(std::uint32_t a, std::uint32_t b, int shift) {
+    return std::abs(channel(a, shift) - channel(b, shift));
 }
 
 std::uint32_t rgb565_to_argb(std::uint32_t raw) {
@@ -112,9 +96,22 @@ std::uint32_t raw_to_argb(std::uint32_t raw, int bytes_per_pixel) {
     }
 }
 
+std::uint8_t nearest_palette_entry_by_scan(const std::array<std::uint32_t, 256>& entries, std::uint32_t colour) {
+    std::uint8_t best = 0;
+    int best_distance = farther_than_any_colour;
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const int distance = channel_difference(entries[i], colour, 16) + channel_difference(entries[i], colour, 8) +
+                             channel_difference(entries[i], colour, 0);
+        if (distance >= best_distance) continue;
+        best = static_cast<std::uint8_t>(i);
+        best_distance = distance;
+    }
+    return best;
+}
+
 std::uint32_t argb_to_raw(std::uint32_t argb, int bytes_per_pixel) {
     switch (bytes_per_pixel) {
-    case 1: return nearest_palette_index(argb);
+    case 1: return nearest_palette_entry_by_scan(palette(), argb);
     case 2: return (argb >> 8 & 0xF800) | (argb >> 5 & 0x07E0) | (argb >> 3 & 0x001F);
     default: return argb;
     }

@@ -4,6 +4,7 @@
 // green, blue, an 8-bit pixel is a palette index.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -50,9 +51,15 @@ private:
 };
 
 // Raw pixel values of one depth as 0xAARRGGBB and back. 5-6-5 is spread over the full range and opaque; an index is its
-// palette entry, opaque; back to an index goes to the palette entry with the smallest sum of channel differences.
+// palette entry, opaque; back to an index goes to the nearest palette entry.
 std::uint32_t raw_to_argb(std::uint32_t raw, int bytes_per_pixel);
 std::uint32_t argb_to_raw(std::uint32_t argb, int bytes_per_pixel);
+
+// The palette entry nearest to a colour, by a plain scan: the smallest |dR| + |dG| + |dB|, the lowest index on ties;
+// alpha takes no part. The one definition of "nearest"; whoever asks for a whole picture takes NearestPaletteEntry.
+std::uint8_t nearest_palette_entry_by_scan(const std::array<std::uint32_t, 256>& entries, std::uint32_t colour);
+// Farther than any two colours can be from each other.
+constexpr int farther_than_any_colour = 1000;
 
 using ImageHandle = std::unique_ptr<Image>;
 

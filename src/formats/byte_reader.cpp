@@ -81,9 +81,12 @@ std::size_t ByteReader::bytes(std::span<std::uint8_t> receiver) { return bytes(s
 
 std::string ByteReader::text(std::size_t count) {
     const auto part = view(count);
-    std::string result(part.size(), '\0');
-    std::ranges::transform(part, result.begin(), [](std::byte b) { return static_cast<char>(b); });
-    return result;
+    return {reinterpret_cast<const char*>(part.data()), part.size()};
+}
+
+std::string_view ByteReader::text_view() {
+    const auto part = view(remaining());
+    return {reinterpret_cast<const char*>(part.data()), part.size()};
 }
 
 std::string ByteReader::text_up_to_zero(std::size_t count) {

@@ -1,13 +1,14 @@
 // The one reader of file bytes, and with it the one bounds check of the program.
 //
-// Little-endian. A read that does not fit in what remains leaves its receiver as it was, moves to the end and is
-// remembered in ran_out(); text and byte runs take what exists.
+// Little-endian. A read that does not fit in what remains leaves its receiver as it was, moves to the end (a position
+// past it stays where it is) and is remembered in ran_out(); text and byte runs take what exists.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 
 class ByteReader {
 public:
@@ -34,7 +35,10 @@ public:
     std::span<const std::byte> view(std::size_t count);
     // The next `count` bytes, or as many as exist, as a text.
     std::string text(std::size_t count);
-    // The same, cut before the first zero byte; the position still moves over all of them.
+    // All bytes that remain, as a text that lives as long as they do.
+    std::string_view text_view();
+    // The next `count` bytes, or as many as exist, as a text cut before the first zero byte; the position still
+    // moves over all of them.
     std::string text_up_to_zero(std::size_t count);
 
 private:

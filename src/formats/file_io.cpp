@@ -3,9 +3,12 @@
 #include "model/file_status.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
+#include <functional>
+#include <new>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -89,14 +92,42 @@ bool may_replace(const std::string& target) {
     return S_ISREG(status.st_mode) && ::access(target.c_str(), W_OK) == 0;
 }
 
-// Gives the unnamed file its name, by way of a helper name beside it: a name cannot be given over an old one directly.
-bool take_name(int unnamed, const std::string& beside, const std::string& target) {
-    const std::string self = "/proc/self/fd/" + std::to_string(unnamed);
-    ::unlink(beside.c_str());
-    if (::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, beside.c_str(), AT_SYMLINK_FOLLOW) != 0) return false;
-    if (::rename(beside.c_str(), target.c_str()) == 0) return true;
-    ::unlink(beside.c_str());
+// What a failed creation means: no place or a defect of the disk is a write error, anything else an unusable name.
+SaveOutcome refused_creation(int error) {
+    const bool disk = error == ENOSPC || error == EDQUOT || error == EIO;
+    return disk ? SaveOutcome::write_failed : SaveOutcome::cannot_create;
+}
+
+constexpr int most_helper_names = 1000;
+
+// Takes a helper name in the target's directory by `take`, which creates something under a name that must be free and
+// otherwise fails with EEXIST. No two calls of one process use the same name, and no two processes; what a killed
+// process of the same number left behind is passed over, never removed. Empty when none could be had, errno says why.
+std::string take_helper_name(const std::string& directory, const std::function<bool(const std::string&)>& take) {
+    static std::atomic<unsigned> calls = 0;
+    const std::string start = directory + "/.karosmit-save-" + std::to_string(::getpid()) + "-";
+    for (int attempt = 0; attempt < most_helper_names; ++attempt) {
+        const std::string name = start + std::to_string(++calls);
+        if (take(name)) return name;
+        if (errno != EEXIST) break;
+    }
+    return {};
+}
+
+// The helper's file becomes the target. A helper that cannot is removed.
+bool replace(const std::string& helper, const std::string& target) {
+    if (::rename(helper.c_str(), target.c_str()) == 0) return true;
+    ::unlink(helper.c_str());
     return false;
+}
+
+// Gives the unnamed file its name, by way of a helper name beside it: a name cannot be given over an old one directly.
+bool take_name(int unnamed, const std::string& directory, const std::string& target) {
+    const std::string self = "/proc/self/fd/" + std::to_string(unnamed);
+    const std::string helper = take_helper_name(directory, [&](const std::string& name) {
+        return ::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
+    });
+    return !helper.empty() && replace(helper, target);
 }
 
 void flush_directory(const std::string& directory) {
@@ -104,30 +135,46 @@ void flush_directory(const std::string& directory) {
     if (handle.open()) ::fsync(handle.number());
 }
 
+// The mode is kept as far as the file system knows modes: one that refuses to set them still holds the bytes.
 SaveOutcome finish(int descriptor, const std::string& target, std::span<const std::byte> content) {
-    const bool written =
-        write_all(descriptor, content) && ::fchmod(descriptor, mode_for(target)) == 0 && ::fsync(descriptor) == 0;
-    return written ? SaveOutcome::saved : SaveOutcome::write_failed;
+    if (!write_all(descriptor, content)) return SaveOutcome::write_failed;
+    ::fchmod(descriptor, mode_for(target));
+    return ::fsync(descriptor) == 0 ? SaveOutcome::saved : SaveOutcome::write_failed;
 }
 
 // For file systems without unnamed files: a named one beside the target, removed when it cannot be finished.
-SaveOutcome save_by_named_file(const std::string& beside, const std::string& target,
+SaveOutcome save_by_named_file(const std::string& directory, const std::string& target,
                                std::span<const std::byte> content) {
-    ::unlink(beside.c_str());
-    const Descriptor file(::open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
-    if (!file.open()) return errno == ENOSPC ? SaveOutcome::write_failed : SaveOutcome::cannot_create;
-    SaveOutcome outcome = finish(file.number(), target, content);
-    if (outcome == SaveOutcome::saved && ::rename(beside.c_str(), target.c_str()) != 0)
-        outcome = SaveOutcome::write_failed;
-    if (outcome != SaveOutcome::saved) ::unlink(beside.c_str());
-    return outcome;
+    int number = -1;
+    const std::string helper = take_helper_name(directory, [&](const std::string& name) {
+        number = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+        return number >= 0;
+    });
+    if (helper.empty()) return refused_creation(errno);
+
+    const Descriptor file(number);
+    if (finish(file.number(), target, content) != SaveOutcome::saved) {
+        ::unlink(helper.c_str());
+        return SaveOutcome::write_failed;
+    }
+    return replace(helper, target) ? SaveOutcome::saved : SaveOutcome::write_failed;
+}
+
+// Whether the file system could make an unnamed file in the directory; `outcome` is then that of the saving. One that
+// cannot name it afterwards (no /proc) counts as one that could not make it.
+bool save_by_unnamed_file(const std::string& directory, const std::string& target, std::span<const std::byte> content,
+                          SaveOutcome& outcome) {
+    const Descriptor file(::open(directory.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0600));
+    if (!file.open()) return false;
+    outcome = finish(file.number(), target, content);
+    return outcome != SaveOutcome::saved || take_name(file.number(), directory, target);
 }
 
 } // namespace
 
 bool file_exists(const std::string& path) { return is_regular_file(path); }
 
-std::optional<Bytes> read_file(const std::string& path, std::size_t limit) {
+std::optional<Bytes> read_file_or_throw(const std::string& path, std::size_t limit) {
     if (!is_regular_file(path)) return std::nullopt;
     const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file.open()) return std::nullopt;
@@ -144,20 +191,24 @@ std::optional<Bytes> read_file(const std::string& path, std::size_t limit) {
     return content;
 }
 
+std::optional<Bytes> read_file(const std::string& path, std::size_t limit) {
+    try {
+        return read_file_or_throw(path, limit);
+    } catch (const std::bad_alloc&) {
+        return std::nullopt;
+    }
+}
+
 SaveOutcome save_file(const std::string& path, std::span<const std::byte> content) {
     const std::string target = behind_links(path);
     if (!may_replace(target)) return SaveOutcome::cannot_create;
 
     const std::string directory = directory_of(target);
-    const std::string beside = directory + "/.karosmit-save";
-    const Descriptor file(::open(directory.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0600));
-    if (!file.open()) return save_by_named_file(beside, target, content);
-
-    const SaveOutcome outcome = finish(file.number(), target, content);
-    if (outcome != SaveOutcome::saved) return outcome;
-    if (!take_name(file.number(), beside, target)) return save_by_named_file(beside, target, content);
-    flush_directory(directory);
-    return SaveOutcome::saved;
+    SaveOutcome outcome = SaveOutcome::saved;
+    if (!save_by_unnamed_file(directory, target, content, outcome))
+        outcome = save_by_named_file(directory, target, content);
+    if (outcome == SaveOutcome::saved) flush_directory(directory);
+    return outcome;
 }
 
 void save_and_report(const std::string& path, std::span<const std::byte> content) {
@@ -171,7 +222,12 @@ void save_and_report(const std::string& path, std::span<const std::byte> content
 
 std::optional<Bytes> load_and_report(const std::string& path) {
     begin_file(path);
-    auto content = read_file(path);
-    if (!content) report_file(file_status::not_found);
+    auto content = read_file(path, largest_file + 1);
+    if (!content) {
+        report_file(file_status::not_found);
+    } else if (content->size() > largest_file) {
+        content->resize(largest_file);
+        report_file(file_status::cut_to_fit);
+    }
     return content;
 }

@@ -9,6 +9,7 @@
 #include <string>
 
 namespace {
+constexpr std::size_t materials_size = 256 * sizeof(std::uint32_t);
 constexpr std::uint32_t opaque = 0xFF000000;
 constexpr int attribute_shift = 24;
 constexpr std::size_t first_base_material = 200;
@@ -26,13 +27,11 @@ std::array<std::uint8_t, 4> colour_scheme(std::string_view line) {
     return scheme;
 }
 
-void keep_schemes(const std::vector<std::array<std::uint8_t, 4>>& schemes) {
+void keep_schemes(const ColourSchemes& schemes) {
     PJCOLS = 0;
     for (const auto& scheme : schemes)
         PJCOL[++PJCOLS] = scheme;
 }
-
-std::string text_of(const Bytes& bytes) { return ByteReader(bytes).text(bytes.size()); }
 } // namespace
 
 void decode_materials(std::span<const std::byte> file, std::array<MaterialColour, 256>& materials) {
@@ -52,8 +51,8 @@ Bytes encode_materials(const std::array<MaterialColour, 256>& materials) {
     return writer.take();
 }
 
-std::vector<std::array<std::uint8_t, 4>> decode_colour_schemes(std::string_view text) {
-    std::vector<std::array<std::uint8_t, 4>> schemes;
+ColourSchemes decode_colour_schemes(std::string_view text) {
+    ColourSchemes schemes;
     std::string_view line;
     while (schemes.size() < max_colour_schemes && next_line(text, line)) {
         line = without_comment(line);
@@ -65,13 +64,13 @@ std::vector<std::array<std::uint8_t, 4>> decode_colour_schemes(std::string_view 
 void LOADMATERIALS() {
     // ODDITY base-colours-need-file (kept): the base materials have colours of their own only where there is a table
     // file.
-    if (const auto file = read_file(PROGDIR + "material.dat")) {
+    if (const auto file = read_file(PROGDIR + "material.dat", materials_size)) {
         for (std::size_t i = 0; i < base_colours.size(); ++i)
             MATERIAL[first_base_material + i].colour = base_colours[i];
         decode_materials(*file, MATERIAL);
     }
     // ODDITY schemes-from-current-directory (kept): unlike the other data files the schemes belong to the user's
     // directory, so that every set of cars may have its own.
-    const auto schemes = read_file("pjobs.cfg");
-    keep_schemes(decode_colour_schemes(schemes ? text_of(*schemes) : std::string()));
+    const auto schemes = read_file("pjobs.cfg", largest_text);
+    keep_schemes(schemes ? decode_colour_schemes(ByteReader(*schemes).text_view()) : ColourSchemes());
 }

@@ -18,7 +18,8 @@ Bytes encode_materials(const std::array<MaterialColour, 256>& materials);
 
 // The colour schemes of a text: four numbers a line, separated by blanks, their low 8 bits each; what is missing or is
 // no number counts as 0. ";" starts a comment, lines without anything else are left out; at most 32 schemes.
-std::vector<std::array<std::uint8_t, 4>> decode_colour_schemes(std::string_view text);
+using ColourSchemes = std::vector<std::array<std::uint8_t, 4>>;
+ColourSchemes decode_colour_schemes(std::string_view text);
 
 // Reads PROGDIR + "material.dat" into MATERIAL (over the built-in base colours 200 .. 203) and "pjobs.cfg" of the
 // current directory into PJCOL and PJCOLS, which starts from 0 each time. Missing files are silent.

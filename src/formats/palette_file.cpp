@@ -5,6 +5,10 @@
 #include "formats/file_io.h"
 #include "model/colours.h"
 
+namespace {
+constexpr std::size_t palette_size = 256 * sizeof(std::uint32_t);
+}
+
 void decode_palette(std::span<const std::byte> file, std::array<std::uint32_t, 256>& palette) {
     ByteReader reader(file);
     for (std::uint32_t& colour : palette)
@@ -19,5 +23,5 @@ Bytes encode_palette(const std::array<std::uint32_t, 256>& palette) {
 }
 
 void LOADPALETTE() {
-    if (const auto file = read_file(PROGDIR + "vortag.col")) decode_palette(*file, PAL);
+    if (const auto file = read_file(PROGDIR + "vortag.col", palette_size)) decode_palette(*file, PAL);
 }

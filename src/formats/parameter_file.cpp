@@ -5,6 +5,7 @@
 #include "formats/byte_reader.h"
 #include "formats/file_io.h"
 #include "formats/resource_archive.h"
+#include "model/file_status.h"
 #include "params/parameter_table.h"
 
 #include <utility>
@@ -22,11 +23,21 @@ Bytes zero_ended(const std::string& text) {
     return writer.take();
 }
 
-void decode_resource(std::string_view id, ByteReader reader, ParameterFile& car) {
+// Reads a text of at most `longest` bytes up to its zero. False when there was no room for all of it: neither one of
+// those bytes nor the one behind them is the zero that ends a text.
+bool decode_text(ByteReader& reader, std::size_t longest, std::string& text) {
+    text = reader.text_up_to_zero(longest);
+    std::uint8_t behind = 0;
+    return text.size() < longest || !reader.u8(behind) || behind == 0;
+}
+
+// False when a text was cut.
+bool decode_resource(std::string_view id, ByteReader reader, ParameterFile& car) {
     if (id == "simd") reader.bytes(car.par);
-    if (id == "gnam") car.name = reader.text_up_to_zero(longest_name);
-    if (id == "gsna") car.sign_name = reader.text_up_to_zero(longest_name);
-    if (id == "edes") car.information = reader.text_up_to_zero(longest_information);
+    if (id == "gnam") return decode_text(reader, longest_name, car.name);
+    if (id == "gsna") return decode_text(reader, longest_name, car.sign_name);
+    if (id == "edes") return decode_text(reader, longest_information, car.information);
+    return true;
 }
 
 ParameterFile current_car() { return {PAR, CARNAME, CARSIGNNAME, CARINFO}; }
@@ -44,9 +55,11 @@ std::string title_for(const std::string& car_name) {
 }
 } // namespace
 
-void decode_parameter_file(std::span<const std::byte> file, ParameterFile& car) {
+bool decode_parameter_file(std::span<const std::byte> file, ParameterFile& car) {
+    bool whole = true;
     for (const ArchiveEntry& entry : read_archive_directory(file).entries)
-        decode_resource(entry.id, ByteReader(file, entry.position), car);
+        if (!decode_resource(entry.id, ByteReader(file, entry.position), car)) whole = false;
+    return whole;
 }
 
 Bytes encode_parameter_file(const ParameterFile& car) {
@@ -60,7 +73,7 @@ void LOADRES(const std::string& filename) {
     const auto file = load_and_report(filename);
     if (!file) return;
     ParameterFile car = current_car();
-    decode_parameter_file(*file, car);
+    if (!decode_parameter_file(*file, car)) report_file(file_status::cut_to_fit);
     keep(std::move(car));
     UPDATEPG(false);
     set_window_title(title_for(CARNAME));

@@ -11,7 +11,6 @@
 
 #include "formats/byte_writer.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
 
 // A shape resource (V vertices, P primitives, J paint jobs):
 //
@@ -44,19 +43,23 @@ void read_vertex(ByteReader& reader, double scale, SHAPEVERTEX& vertex) {
     read_coordinate(reader, scale, vertex.y);
 }
 
-void read_primitive(ByteReader& reader, std::size_t paint_jobs, SHAPEPRIM& primitive) {
+// Returns whether the file holds materials for which the primitive has no room.
+bool read_primitive(ByteReader& reader, std::size_t paint_jobs, SHAPEPRIM& primitive) {
     reader.u8(primitive.type);
     reader.u8(primitive.flags);
     const std::size_t kept = std::min(paint_jobs, primitive.material.size());
     for (std::size_t job = 0; job < kept; ++job)
         read_byte_into_word(reader, primitive.material[job]);
+    const bool cut = paint_jobs > kept && reader.remaining() > 0;
     reader.skip(paint_jobs - kept);
     const auto corners = static_cast<std::size_t>(primitive_vertex_count(primitive.type));
     for (std::size_t corner = 0; corner < corners; ++corner)
         read_byte_into_word(reader, primitive.vertex[corner]);
+    return cut;
 }
 
-void read_model(ByteReader& reader, double scale, SHAPEMODEL& model, std::uint8_t& paint_jobs) {
+// Returns whether materials were cut.
+bool read_model(ByteReader& reader, double scale, SHAPEMODEL& model, std::uint8_t& paint_jobs) {
     std::uint8_t reserved = 0;
     read_byte_into_word(reader, model.nverts);
     read_byte_into_word(reader, model.nprims);
@@ -71,8 +74,10 @@ void read_model(ByteReader& reader, double scale, SHAPEMODEL& model, std::uint8_
         reader.u32(primitive.cull1);
     for (SHAPEPRIM& primitive : primitives)
         reader.u32(primitive.cull2);
+    bool cut = false;
     for (SHAPEPRIM& primitive : primitives)
-        read_primitive(reader, paint_jobs, primitive);
+        if (read_primitive(reader, paint_jobs, primitive)) cut = true;
+    return cut;
 }
 
 void write_vertex(ByteWriter& writer, double scale, const SHAPEVERTEX& vertex) {
@@ -91,14 +96,22 @@ void write_primitive(ByteWriter& writer, std::size_t paint_jobs, const SHAPEPRIM
         writer.u8(low_byte(primitive.vertex[corner]));
 }
 
+// The vertices and primitives in use. A count above the table's size counts as the size.
+std::span<const SHAPEVERTEX> vertices_of(const SHAPEMODEL& model) {
+    return std::span(model.verts).first(std::min<std::size_t>(model.nverts, model.verts.size()));
+}
+std::span<const SHAPEPRIM> primitives_of(const SHAPEMODEL& model) {
+    return std::span(model.prims).first(std::min<std::size_t>(model.nprims, model.prims.size()));
+}
+
 // ODDITY shape-count-byte (kept): both counts are one byte, their low 8 bits, while every vertex and primitive is
 // written. A model of more than 255 is therefore no sound shape in the game; SAVE3SH says so after the save.
 Bytes encode_model(const SHAPEMODEL& model, double scale, std::size_t paint_jobs) {
-    const auto vertices = std::span(model.verts).first(model.nverts);
-    const auto primitives = std::span(model.prims).first(model.nprims);
+    const auto vertices = vertices_of(model);
+    const auto primitives = primitives_of(model);
     ByteWriter writer;
-    writer.u8(low_byte(model.nverts));
-    writer.u8(low_byte(model.nprims));
+    writer.u8(low_byte(static_cast<unsigned>(vertices.size())));
+    writer.u8(low_byte(static_cast<unsigned>(primitives.size())));
     writer.u8(low_byte(static_cast<unsigned>(paint_jobs)));
     writer.u8(0);
     for (const SHAPEVERTEX& vertex : vertices)
@@ -113,8 +126,11 @@ Bytes encode_model(const SHAPEMODEL& model, double scale, std::size_t paint_jobs
     return writer.take();
 }
 
+// Whole file units of a model coordinate, the halves to the even ones.
+double file_units(double coordinate, double scale) { return std::nearbyint(coordinate / scale); }
+
 bool coordinate_fits(double coordinate, double scale) {
-    const double units = std::nearbyint(coordinate / scale);
+    const double units = file_units(coordinate, scale);
     return units >= INT16_MIN && units <= INT16_MAX;
 }
 
@@ -131,9 +147,9 @@ bool primitive_fits(const SHAPEPRIM& primitive, std::size_t paint_jobs) {
 
 bool model_fits(const SHAPEMODEL& model, double scale, std::size_t paint_jobs) {
     if (model.nverts > largest_byte || model.nprims > largest_byte) return false;
-    return std::ranges::all_of(std::span(model.verts).first(model.nverts),
+    return std::ranges::all_of(vertices_of(model),
                                [&](const SHAPEVERTEX& vertex) { return vertex_fits(vertex, scale); }) &&
-           std::ranges::all_of(std::span(model.prims).first(model.nprims),
+           std::ranges::all_of(primitives_of(model),
                                [&](const SHAPEPRIM& primitive) { return primitive_fits(primitive, paint_jobs); });
 }
 
@@ -145,14 +161,6 @@ std::size_t materials_written(const ShapeFile& shapes) {
 SHAPEMODEL& table_model(int model) {
     const auto k = static_cast<std::size_t>(model);
     return model < car_models ? CAR[k] : CEXP[k - car_models];
-}
-
-std::unique_ptr<ShapeFile> current_shapes() {
-    auto shapes = std::make_unique<ShapeFile>();
-    for (int k = 0; k < shape_file_models; ++k)
-        shapes->models[static_cast<std::size_t>(k)] = table_model(k);
-    shapes->paint_jobs = PAINTJOBS;
-    return shapes;
 }
 } // namespace
 
@@ -166,7 +174,7 @@ std::string shape_id(int model) {
 }
 
 std::uint16_t file_coordinate(double coordinate, double scale) {
-    const double units = std::nearbyint(coordinate / scale);
+    const double units = file_units(coordinate, scale);
     if (!std::isfinite(units)) return 0;
     return static_cast<std::uint16_t>(static_cast<std::int32_t>(std::fmod(units, words)) & 0xFFFF);
 }
@@ -179,8 +187,8 @@ void decode_shape_file(std::span<const std::byte> file, std::uint32_t mask, Shap
         // ended.
         if (const auto position = directory.find(shape_id(k))) reader.seek(*position);
         if ((mask >> k & 1U) == 0) continue;
-        read_model(reader, shape_scale(k), shapes.models[static_cast<std::size_t>(k)], shapes.paint_jobs);
-        if (shapes.paint_jobs > max_paint_jobs) shapes.materials_cut = true;
+        SHAPEMODEL& model = shapes.models[static_cast<std::size_t>(k)];
+        if (read_model(reader, shape_scale(k), model, shapes.paint_jobs)) shapes.materials_cut = true;
     }
 }
 
@@ -199,21 +207,33 @@ bool shapes_fit_file(const ShapeFile& shapes) {
     return true;
 }
 
+std::unique_ptr<ShapeFile> shapes_of_tables() {
+    auto shapes = std::make_unique<ShapeFile>();
+    for (int k = 0; k < shape_file_models; ++k)
+        shapes->models[static_cast<std::size_t>(k)] = table_model(k);
+    shapes->paint_jobs = PAINTJOBS;
+    return shapes;
+}
+
+void keep_shapes(const ShapeFile& shapes) {
+    for (int k = 0; k < shape_file_models; ++k)
+        table_model(k) = shapes.models[static_cast<std::size_t>(k)];
+    // ODDITY last-paint-job-count (kept): the count of the last model read holds for all of them.
+    PAINTJOBS = shapes.paint_jobs;
+    settle_paint_jobs();
+}
+
 void LOAD3SH(const std::string& filename, std::uint32_t mask) {
     const auto file = load_and_report(filename);
     if (!file) return;
-    const auto shapes = current_shapes();
+    const auto shapes = shapes_of_tables();
     decode_shape_file(*file, mask, *shapes);
-    for (int k = 0; k < shape_file_models; ++k)
-        table_model(k) = shapes->models[static_cast<std::size_t>(k)];
-    // ODDITY last-paint-job-count (kept): the count of the last model read holds for all of them.
-    PAINTJOBS = shapes->paint_jobs;
-    settle_paint_jobs();
+    keep_shapes(*shapes);
     if (shapes->materials_cut) report_file(file_status::cut_to_fit);
 }
 
 void SAVE3SH(const std::string& filename) {
-    const auto shapes = current_shapes();
+    const auto shapes = shapes_of_tables();
     save_and_report(filename, encode_shape_file(*shapes));
     if (FILE_ERNUM == file_status::success && !shapes_fit_file(*shapes)) report_file(file_status::cut_to_fit);
 }

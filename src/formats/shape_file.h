@@ -8,6 +8,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 
@@ -17,7 +18,7 @@ constexpr std::uint32_t all_shapes = 65535;
 struct ShapeFile {
     std::array<SHAPEMODEL, shape_file_models> models{}; // car0, car1, car2, exp0 .. exp3
     std::uint8_t paint_jobs = 0;                        // 0 .. 255 as the file has it
-    bool materials_cut = false; // a model read has more paint jobs than a primitive has room for
+    bool materials_cut = false;                         // a primitive read has more materials than there is room for
 
     bool operator==(const ShapeFile&) const = default;
 };
@@ -43,8 +44,12 @@ bool shapes_fit_file(const ShapeFile& shapes);
 // its low 16 bits kept. Not-a-number and infinities give 0.
 std::uint16_t file_coordinate(double coordinate, double scale);
 
+// The seven models of CAR and CEXP with PAINTJOBS, and back; PAINTJOBS is then held within 1 .. 17 and CURPJ below it.
+std::unique_ptr<ShapeFile> shapes_of_tables();
+void keep_shapes(const ShapeFile& shapes);
+
 // Reads the models that `mask` selects into CAR(0) .. CAR(2) and CEXP, and PAINTJOBS, which is then held within 1 .. 17
-// with CURPJ below it. "File not found" changes nothing; a model with more than 17 paint jobs reports "Too large, cut
+// with CURPJ below it. "File not found" changes nothing; primitives with more than 17 materials report "Too large, cut
 // to fit".
 void LOAD3SH(const std::string& filename, std::uint32_t mask);
 // Writes all seven models with PAINTJOBS paint jobs each. Reports "Invalid file name" or "Write error"; "Too large, cut

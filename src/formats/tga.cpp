@@ -230,15 +230,6 @@ std::int16_t refusal(const Header& header) {
     return 0;
 }
 
-ImageHandle empty_image(const Header& header, int bytes_per_pixel) {
-    const std::size_t pitch = std::size_t{header.width} * static_cast<std::size_t>(bytes_per_pixel);
-    try {
-        return std::make_unique<Image>(header.width, header.height, bytes_per_pixel, pitch);
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
-}
-
 const char* message_of(std::int16_t code) {
     switch (code) {
     case targa_error::no_image: return "No image in buffer";
@@ -267,7 +258,7 @@ ImageHandle decode_targa(std::span<const std::byte> file, TargaPalette* palette,
     if (error != 0) return nullptr;
 
     const DecoderRow& decoder = *decoder_for(header);
-    ImageHandle image = empty_image(header, decoder.bytes_per_pixel);
+    ImageHandle image = create_image(header.width, header.height, 0, decoder.bytes_per_pixel * 8);
     if (!image) {
         error = targa_error::no_memory;
         return nullptr;
@@ -283,7 +274,7 @@ ImageHandle TARGALOAD(const std::string& filename, TargaPalette* palette) {
     std::int16_t error = targa_error::not_found;
     ImageHandle image;
     try {
-        if (const auto file = read_file(filename)) image = decode_targa(*file, palette, error);
+        if (const auto file = read_file_or_throw(filename, largest_targa)) image = decode_targa(*file, palette, error);
     } catch (const std::bad_alloc&) {
         error = targa_error::no_memory;
     }

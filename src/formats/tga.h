@@ -15,6 +15,9 @@
 extern std::int16_t TARGAERROR;
 extern std::string TARGAERRORMESSAGE;
 
+// Sets both; `bits` is the depth that the message of wrong_depth names.
+void set_targa_error(std::int16_t code, int bits = 0);
+
 namespace targa_error {
 constexpr std::int16_t no_image = 101;      // "No image in buffer"
 constexpr std::int16_t wrong_depth = 102;   // "Not a 32bit image. Unsupported" (16bit, 8bit)
@@ -33,20 +36,20 @@ using TargaPalette = std::array<std::uint8_t, 768>;
 // `palette`, or, without one, into the palette of 8-bit images: only the entries below 256 that the file holds whole. A
 // pixel stream that ends early leaves the rest of the image 0; one that runs past the image is cut. A side of 0 is an
 // unsupported format. The largest image takes 256 MB of addresses, but memory only for the pixels that the file really
-// brings.
+// brings. Of the file itself at most largest_targa bytes are read.
 ImageHandle TARGALOAD(const std::string& filename, TargaPalette* palette = nullptr);
 // The same from memory: the code is returned in `error` (0 for success). Checked in this order: too_large, inverted_x,
 // unsupported, no_memory.
 ImageHandle decode_targa(std::span<const std::byte> file, TargaPalette* palette, std::int16_t& error);
 
-// Writers. `image` may be null (code 101). TARGASAVE8 takes the palette as blue, green, red bytes; an empty one means
-// all 256 entries of the palette of 8-bit images.
+// Writers. `image` may be null (code 101). Short memory counts as a file that cannot be created (code 103). TARGASAVE8
+// takes the palette as blue, green, red bytes; an empty one means all 256 entries of the palette of 8-bit images.
 void TARGASAVE(const std::string& filename, const Image* image);
 void TARGASAVE32(const std::string& filename, const Image* image);
 void TARGASAVE16(const std::string& filename, const Image* image);
 void TARGASAVE8(const std::string& filename, const Image* image, std::span<const std::uint8_t> palette);
 
-// The bytes that the writers write; the image must be of the depth in the name.
+// The bytes that the writers write; the image must be of the depth in the name. One without area has no packets.
 Bytes encode_targa_32(const Image& image);
 Bytes encode_targa_16(const Image& image);
 Bytes encode_targa_8(const Image& image, std::span<const std::uint8_t> palette);

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 namespace targa_layout {
@@ -22,7 +21,10 @@ constexpr int longest_packet = 128;
 
 constexpr std::string_view footer_signature = "TRUEVISION-XFILE.";
 
-} // namespace targa_layout
+// The longest file of use: header, ID field, the longest colour map, and the largest image of 32 bits with a packet for
+// every pixel. What follows the pixels is never read.
+constexpr std::size_t longest_id = 255, longest_map = 65535 * (255 / 8);
+constexpr std::size_t largest_targa =
+    header_bytes + longest_id + longest_map + std::size_t{largest_side} * largest_side * (4 + 1);
 
-// Sets the outcome of a call, message included; `bits` is the depth that the message of wrong_depth names.
-void set_targa_error(std::int16_t code, int bits = 0);
+} // namespace targa_layout

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <vector>
 
 namespace {
@@ -156,6 +157,7 @@ template <typename Format>
 void write_packets(ByteWriter& writer, const Image& image) {
     using Pixel = typename Format::Pixel;
     const auto width = static_cast<std::size_t>(image.width());
+    if (width == 0) return;
     std::vector<Pixel> pixels(width + 1);
     PacketRow<Format> packets(width);
     for (int y = image.height() - 1; y >= 0; --y) {
@@ -190,7 +192,11 @@ void save_targa(const std::string& filename, const Image* image, int bytes_per_p
     if (!image) return set_targa_error(targa_error::no_image);
     if (image->bytes_per_pixel() != bytes_per_pixel)
         return set_targa_error(targa_error::wrong_depth, bytes_per_pixel * 8);
-    if (save_file(filename, encode(*image)) != SaveOutcome::saved) set_targa_error(targa_error::cannot_create);
+    try {
+        if (save_file(filename, encode(*image)) != SaveOutcome::saved) set_targa_error(targa_error::cannot_create);
+    } catch (const std::bad_alloc&) {
+        set_targa_error(targa_error::cannot_create);
+    }
 }
 
 } // namespace

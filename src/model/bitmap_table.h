@@ -12,10 +12,9 @@
 #include <vector>
 
 constexpr int max_bitmaps = 100;
-// Pixels of all bitmaps together, 32 whole canvases: twice what all bitmaps of a dashboard file at their largest need.
-// With both previews a pixel takes 53 bytes, so that no file, however it lies about sizes, makes the table need more
-// than 106 MiB.
-constexpr std::size_t max_bitmap_pixels = std::size_t{1} << 21;
+// Pixels of all bitmaps together: a whole canvas each. With both previews a pixel takes 53 bytes, so that no file,
+// however it lies about sizes, makes the table need more than 324 MiB.
+constexpr std::size_t max_bitmap_pixels = std::size_t{max_bitmaps} * 320 * 200;
 
 struct BitmapRecord {
     std::string name; // four characters; empty in a free entry

@@ -16,11 +16,9 @@ std::int8_t CURMODEL = 0;
 std::uint8_t PAINTJOBS = initial_paint_jobs;
 std::uint8_t CURPJ = 0;
 
-bool settle_paint_jobs() {
-    const std::uint8_t wanted = PAINTJOBS;
+void settle_paint_jobs() {
     PAINTJOBS = std::clamp<std::uint8_t>(PAINTJOBS, 1, max_paint_jobs);
     if (CURPJ >= PAINTJOBS) CURPJ = 0;
-    return PAINTJOBS == wanted;
 }
 
 void reset_car() {

@@ -72,6 +72,9 @@ extern SHAPEMODEL WFCAR;   // working copy of the wireframe views
 extern VISUALMODEL VCAR;
 
 // Model units per file integer. 0: showroom; 1: game and explosion models; 2: intro; 3: the parameter block's lengths.
+//
+// ODDITY scales-differ-per-slot (kept): each model has its own grid of integers in the game's file, so that the same
+// length is another number in each. One scale for all would move the vertices of every car that exists.
 constexpr std::array<double, 4> CARSCALE = {0.002, 0.04, 0.05, 0.000625};
 
 extern std::int8_t CURMODEL;   // 0 .. 4
@@ -87,9 +90,8 @@ constexpr int primitive_vertex_count(int type) {
     return 0;
 }
 
-// Holds the rule that follows every load: PAINTJOBS is 1 .. 17 and CURPJ below it. Returns false if PAINTJOBS had to be
-// changed.
-bool settle_paint_jobs();
+// Holds the rule that follows every load: PAINTJOBS is 1 .. 17 and CURPJ below it.
+void settle_paint_jobs();
 
 // Back to the state at start-up: empty models, PAINTJOBS 7, CURMODEL and CURPJ 0.
 void reset_car();

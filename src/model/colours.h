@@ -18,9 +18,8 @@ constexpr int max_colour_schemes = 32;
 extern OneBased<std::array<std::uint8_t, 4>, max_colour_schemes> PJCOL; // four materials a scheme, one per shade
 extern std::uint8_t PJCOLS;                                             // schemes in use
 
-// Finds the palette index nearest to a colour: the smallest |dR| + |dG| + |dB|, the lowest index on ties; alpha takes
-// no part. Made for a palette, then asked per pixel; it learns from what it is asked, so one object serves one thread.
-// Always gives exactly what a plain scan of the 256 entries gives.
+// Finds the palette index nearest to a colour: always exactly what nearest_palette_entry_by_scan gives. Made for a
+// palette, then asked per pixel; it learns from what it is asked, so one object serves one thread.
 class NearestPaletteEntry {
 public:
     explicit NearestPaletteEntry(const std::array<std::uint32_t, 256>& palette);
@@ -34,8 +33,5 @@ private:
     struct Index;
     std::unique_ptr<Index> index_;
 };
-
-// The same by a plain scan of all 256 entries: the definition that the class above is measured and tested against.
-std::uint8_t nearest_palette_entry_by_scan(const std::array<std::uint32_t, 256>& palette, std::uint32_t colour);
 
 void reset_colours();

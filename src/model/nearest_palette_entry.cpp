@@ -2,6 +2,7 @@
 // farther from it than some entry is at its worst, and of these only the ones that no other one beats everywhere in the
 // cell. Their list is made when the first colour of the cell is asked for. A picture's colours lie in few cells, so
 // that a whole import makes a few hundred lists of about five entries and scans those.
+#include "app/image.h"
 #include "model/colours.h"
 
 #include <algorithm>
@@ -11,8 +12,6 @@
 #include <vector>
 
 namespace {
-
-constexpr int farther_than_any = 1000;
 
 int channel(std::uint32_t colour, int shift) { return static_cast<int>(colour >> shift & 0xFF); }
 
@@ -131,22 +130,8 @@ std::uint8_t NearestPaletteEntry::operator()(std::uint32_t colour) const {
     auto& list = index_->lists[cell_of(colour)];
     if (list.empty()) list = index_->candidates_near(wanted);
     // Distance and index in one number: its smallest value is the nearest entry, of equally near ones the lowest.
-    int best = farther_than_any << 8;
+    int best = farther_than_any_colour << 8;
     for (const Candidate& candidate : list)
         best = std::min(best, distance(candidate.colour, wanted) << 8 | candidate.index);
     return static_cast<std::uint8_t>(best & 0xFF);
-}
-
-std::uint8_t nearest_palette_entry_by_scan(const std::array<std::uint32_t, 256>& palette, std::uint32_t colour) {
-    std::uint8_t best = 0;
-    int best_distance = farther_than_any;
-    for (std::size_t i = 0; i < palette.size(); ++i) {
-        const int entry_distance = std::abs(channel(palette[i], 16) - channel(colour, 16)) +
-                                   std::abs(channel(palette[i], 8) - channel(colour, 8)) +
-                                   std::abs(channel(palette[i], 0) - channel(colour, 0));
-        if (entry_distance >= best_distance) continue;
-        best = static_cast<std::uint8_t>(i);
-        best_distance = entry_distance;
-    }
-    return best;
 }

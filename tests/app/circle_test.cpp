@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cmath>
+#include <ctime>
 #include <limits>
 #include <numbers>
 #include <vector>
@@ -212,7 +212,7 @@ TEST(Circle, CutAtTheClipRectangleLikeTheWholeFigure) {
 }
 
 TEST(Circle, HugeRadiiCostNoMoreThanThePicture) {
-    const auto begin = std::chrono::steady_clock::now();
+    const std::clock_t begin = std::clock();
     const auto image = create_image(side, side, black);
     Canvas canvas(*image);
     for (const double radius : {1e6, 1e9, 1e30, 1e300, infinite})
@@ -223,7 +223,7 @@ TEST(Circle, HugeRadiiCostNoMoreThanThePicture) {
             draw_circle(canvas, centre + radius, centre, radius, white, aspect, 0, whole_circle, true);
             draw_circle(canvas, 1e30, -1e30, radius, white, aspect, 0, whole_circle, true);
         }
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(2));
+    EXPECT_LT(std::clock() - begin, 2 * CLOCKS_PER_SEC); // of the processor: what else runs takes no part
 }
 
 TEST(Circle, HugeCircleThroughThePictureIsAStraightLine) {

@@ -1,12 +1,12 @@
 #include "app/config.h"
 
 #include "support/child_process.h"
+#include "support/environment.h"
 #include "support/text_file.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 
 using testing::IsEmpty;
@@ -20,13 +20,14 @@ protected:
     std::string home = directory / "home", appdata = directory / "appdata", current = directory / "current",
                 program = directory / "program";
     std::string earlier_directory = current_directory();
+    EnvironmentVariable home_variable{"HOME"}, appdata_variable{"APPDATA"};
 
     void SetUp() override {
         reset_config();
         for (const std::string& path : {home, appdata, current, program})
             std::filesystem::create_directory(path);
-        ::setenv("HOME", home.c_str(), 1);
-        ::setenv("APPDATA", appdata.c_str(), 1);
+        home_variable.set(home);
+        appdata_variable.set(appdata);
         ASSERT_TRUE(change_directory(current));
     }
     void TearDown() override {
@@ -88,8 +89,8 @@ TEST_F(Config, TheFirstPlaceThatHasTheFileWinsInOrderOfPreference) {
 }
 
 TEST_F(Config, AnUnsetVariableCountsAsTheEmptyText) {
-    ::unsetenv("HOME");
-    ::unsetenv("APPDATA");
+    home_variable.unset();
+    appdata_variable.unset();
     load_text("a=current");
     EXPECT_EQ(CONFIG("a"), "current");
 }
@@ -164,6 +165,13 @@ TEST_F(Config, AFileThatCannotBeOpenedGivesNoEntries) {
                   return WORKDIR == current + "/" && CONFIGS == 0 ? 0 : 1;
               }),
               0);
+}
+
+TEST_F(Config, OfAFileThatIsMostlyAHoleOnlySoMuchIsRead) {
+    put_config(current, "a=b\n");
+    std::filesystem::resize_file(current + "/karosmit.cfg", std::uintmax_t{1} << 40);
+    load();
+    EXPECT_EQ(CONFIG("a"), "b");
 }
 
 TEST_F(Config, AMegabyteOfTextOrOfZerosIsRead) {

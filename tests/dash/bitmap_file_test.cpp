@@ -88,11 +88,18 @@ TEST_F(BitmapFileFormat, CutAtEveryByteHoldsTheBitmapsThatAreWhole) {
     const ArchiveDirectory tables = read_archive_directory(file);
     for (std::size_t length = 0; length < file.size(); ++length) {
         const BitmapFile cut = decode_bitmap_file(first_bytes(file, length));
-        ASSERT_LE(cut.bitmaps.size(), 3U);
+        // An entry is there as soon as its offset is.
+        ASSERT_EQ(cut.bitmaps.size(), length < 22 ? 0U : length < 26 ? 1U : length < 30 ? 2U : 3U) << length;
         EXPECT_FALSE(cut.cut);
         for (std::size_t i = 0; i < cut.bitmaps.size(); ++i) {
-            ASSERT_TRUE(has_pixel_buffer(cut.bitmaps[i])) << length;
-            if (i < 2 && length >= tables.entries[i + 1].position) expect_same_bitmap(cut.bitmaps[i], whole.bitmaps[i]);
+            const BitmapRecord& bitmap = cut.bitmaps[i];
+            ASSERT_TRUE(has_pixel_buffer(bitmap)) << length;
+            if (i < 2 && length >= tables.entries[i + 1].position) expect_same_bitmap(bitmap, whole.bitmaps[i]);
+            if (length < tables.entries[i].position + 16) continue;
+            const std::size_t held =
+                std::min<std::size_t>(length - tables.entries[i].position - 16, bitmap.pixels.size());
+            for (std::size_t pixel = 0; pixel < bitmap.pixels.size(); ++pixel)
+                ASSERT_EQ(bitmap.pixels[pixel], pixel < held ? whole.bitmaps[i].pixels[pixel] : 0) << length;
         }
     }
 }
@@ -110,7 +117,16 @@ TEST_F(BitmapFileFormat, PixelsOfAllBitmapsTogetherAreBounded) {
     const Bytes file = archive_of_one_bitmap_under_many_ids(65535, bitmap_resource(1000, 1000, 0, 0, 20));
     const BitmapFile read = decode_bitmap_file(file);
     EXPECT_TRUE(read.cut);
-    EXPECT_EQ(read.bitmaps.size(), 2U);
+    EXPECT_EQ(read.bitmaps.size(), 6U);
+}
+
+TEST_F(BitmapFileFormat, HundredWholeCanvasesHaveRoom) {
+    const Bytes file = archive_of_one_bitmap_under_many_ids(101, bitmap_resource(320, 200, 0, 0, 20));
+    const BitmapFile read = decode_bitmap_file(file);
+    EXPECT_TRUE(read.cut);
+    EXPECT_EQ(read.bitmaps.size(), 100U);
+    EXPECT_EQ(decode_bitmap_file(archive_of_one_bitmap_under_many_ids(100, bitmap_resource(320, 200, 0, 0, 20))).cut,
+              false);
 }
 
 TEST_F(BitmapFileFormat, SetFollowsTheFileName) {

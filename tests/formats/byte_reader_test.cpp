@@ -118,3 +118,20 @@ TEST(ByteReader, NoBytesAtAll) {
     EXPECT_EQ(reader.text_up_to_zero(10), "");
     EXPECT_EQ(value, 3);
 }
+
+TEST(ByteReader, TextViewIsWhatRemains) {
+    const Bytes bytes = bytes_of("ab\0c");
+    ByteReader reader(bytes, 1);
+    EXPECT_EQ(reader.text_view(), "b");
+    EXPECT_FALSE(reader.ran_out());
+    EXPECT_EQ(reader.text_view(), "");
+    EXPECT_EQ(ByteReader({}).text_view(), "");
+}
+
+TEST(ByteReader, PositionPastTheEndStaysWhereItIs) {
+    ByteReader reader({}, 7);
+    std::uint8_t value = 5;
+    EXPECT_FALSE(reader.u8(value));
+    EXPECT_EQ(value, 5);
+    EXPECT_EQ(reader.position(), 7U);
+}

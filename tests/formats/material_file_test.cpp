@@ -106,11 +106,29 @@ TEST(ColourSchemeText, HoldsThirtyTwoSchemes) {
     EXPECT_EQ(schemes.back()[0], 32);
 }
 
-TEST(ColourSchemeText, CutAtEveryByteGivesNoMoreThanTheWholeHolds) {
-    const std::string text = "12 13 14 15\r\n; note\r\n 200 201 202 203 ; last";
-    for (std::size_t length = 0; length <= text.size(); ++length)
-        EXPECT_LE(decode_colour_schemes(text.substr(0, length)).size(), 2U) << length;
-    EXPECT_EQ(decode_colour_schemes(text).size(), 2U);
+TEST(ColourSchemeText, CutAtEveryByteGivesTheNumbersThatAreThere) {
+    const std::string text = "12 13\r\n; note\r\n 200 4 ; last";
+    const auto second = [](std::uint8_t first, std::uint8_t next = 0) {
+        return ColourSchemes{{12, 13, 0, 0}, {first, next, 0, 0}};
+    };
+    const std::vector<std::pair<std::size_t, ColourSchemes>> from_length = {
+        {0, {}},         {1, {{1, 0, 0, 0}}}, {2, {{12, 0, 0, 0}}}, {4, {{12, 1, 0, 0}}}, {5, {{12, 13, 0, 0}}},
+        {17, second(2)}, {18, second(20)},    {19, second(200)},    {21, second(200, 4)}};
+    for (std::size_t length = 0; length <= text.size(); ++length) {
+        const auto after =
+            std::ranges::upper_bound(from_length, length, {}, &std::pair<std::size_t, ColourSchemes>::first);
+        EXPECT_EQ(decode_colour_schemes(text.substr(0, length)), std::prev(after)->second) << length;
+    }
+}
+
+TEST_F(MaterialFile, OfLongerFilesOnlyTheTablesAreRead) {
+    put_materials(two_materials);
+    put_schemes("1 2 3 4\n");
+    std::filesystem::resize_file(directory / "data/material.dat", std::uintmax_t{1} << 40);
+    std::filesystem::resize_file("pjobs.cfg", std::uintmax_t{1} << 40);
+    LOADMATERIALS();
+    EXPECT_EQ(MATERIAL[0].colour, 0xFF123456);
+    EXPECT_EQ(PJCOL[1], (Scheme{1, 2, 3, 4}));
 }
 
 TEST_F(MaterialFile, LoadsMaterialsFromTheProgramsAndSchemesFromTheCurrentDirectory) {

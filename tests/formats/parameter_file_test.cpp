@@ -116,6 +116,29 @@ TEST(ParameterFileFormat, WritesLongTextsWholeAndCutsThemWhenRead) {
     EXPECT_EQ(read.information, std::string(1023, 'i'));
 }
 
+namespace {
+// Whether a file whose name is `length` characters, ended by `end`, has room.
+bool name_has_room(std::size_t length, const Bytes& end) {
+    ParameterFile car;
+    return decode_parameter_file(encode_archive({{"gnam", joined({Bytes(length, std::byte{'n'}), end})}}), car);
+}
+} // namespace
+
+TEST(ParameterFileFormat, TextsThatGoOnPastTheirLimitAreCut) {
+    EXPECT_TRUE(name_has_room(255, byte_list({0})));
+    EXPECT_TRUE(name_has_room(255, {})); // the file ends
+    EXPECT_TRUE(name_has_room(254, byte_list({0, 'x'})));
+    EXPECT_FALSE(name_has_room(256, byte_list({0})));
+    EXPECT_FALSE(name_has_room(255, byte_list({'x'}))); // be it the text's or the next resource's
+
+    for (const auto& [id, longest] : {std::pair{"gnam", 255U}, {"gsna", 255U}, {"edes", 1023U}})
+        for (const unsigned length : {longest, longest + 1}) {
+            ParameterFile car;
+            const Bytes file = encode_archive({{id, zero_ended(std::string(length, 't'))}, {"simd", par_of(car)}});
+            EXPECT_EQ(decode_parameter_file(file, car), length == longest) << id;
+        }
+}
+
 TEST(ParameterFileFormat, MissingResourcesLeaveTheirFields) {
     const Bytes file = encode_archive({{"gsna", zero_ended("new")}});
     ParameterFile expected = earlier_car();
@@ -161,9 +184,16 @@ TEST(ParameterFileFormat, LyingCountFindsNothing) {
 TEST(ParameterFileFormat, CutAtEveryByteGivesWhatTheFileHolds) {
     const ParameterFile car = small_car();
     const Bytes file = encode_parameter_file(car);
+    // The entry of a text is there from the end of its offset on, the text from its place on.
+    const auto expected = [](std::size_t length, std::size_t entry_end, std::size_t text_at, const std::string& before,
+                             const std::string& text) {
+        return length < entry_end ? before : length <= text_at ? "" : text.substr(0, length - text_at);
+    };
     for (std::size_t length = 0; length < file.size(); ++length) {
         const ParameterFile read = decoded(first_bytes(file, length));
-        EXPECT_EQ(read.name, length < 30 ? "earlier name" : length <= 814 ? "" : car.name.substr(0, length - 814));
+        EXPECT_EQ(read.name, expected(length, 30, 814, "earlier name", car.name)) << length;
+        EXPECT_EQ(read.sign_name, expected(length, 34, 818, "earlier sign", car.sign_name)) << length;
+        EXPECT_EQ(read.information, expected(length, 38, 820, "earlier information", car.information)) << length;
         const std::size_t held =
             length < 26 ? 0 : std::min<std::size_t>(length - std::min<std::size_t>(length, 38), 776);
         ASSERT_EQ(first_bytes(par_of(read), held), first_bytes(par_of(car), held)) << length;
@@ -196,6 +226,28 @@ TEST_F(ParameterFiles, LoadingShowsTheNameInTheTitle) {
     put_file(directory / "file.res", encode_parameter_file(small_car()));
     LOADRES(directory / "file.res");
     EXPECT_EQ(window_title(), "Karosmit 1.0.4 - Ard");
+}
+
+TEST_F(ParameterFiles, LoadingATextThatIsTooLongIsReported) {
+    ParameterFile car = small_car();
+    car.information = std::string(1024, 'i');
+    put_file(directory / "file.res", encode_parameter_file(car));
+    LOADRES(directory / "file.res");
+    EXPECT_FAILURE(file_status::cut_to_fit, "Too large, cut to fit");
+    EXPECT_EQ(CARINFO, std::string(1023, 'i'));
+    EXPECT_EQ(window_title(), "Karosmit 1.0.4 - Ard");
+}
+
+TEST_F(ParameterFiles, SavesAndLoadsUnderAnyName) {
+    const std::string name = directory / "it's \"a\" $(car) \xE9\xFF.res";
+    set_globals(small_car());
+    SAVERES(name);
+    EXPECT_SUCCESS();
+    set_globals(earlier_car());
+    LOADRES(name);
+    EXPECT_EQ(FILE_FILE, name);
+    EXPECT_SUCCESS();
+    EXPECT_EQ(globals(), small_car());
 }
 
 TEST_F(ParameterFiles, LoadingACarWithoutNameShowsNoDash) {

@@ -112,10 +112,11 @@ TEST(ShapeFileFormat, MissingExplosionIsReadFromWhereTheModelBeforeItEnded) {
 
 // ODDITY missing-shape
 TEST(ShapeFileFormat, MissingExplosionIsReadFromTheBytesOfTheNextResource) {
-    Bytes gap = shape_resource(1, 0, 7, 20);
-    const Bytes file = encode_archive({{"car0", shape_resource(1, 0, 7, 10)}, {"note", gap}});
-    const auto shapes = decoded_shapes(file, 3);
-    EXPECT_EQ(first_number(*shapes, 1), 20);
+    const Bytes behind = shape_resource(1, 0, 7, 20);
+    const Bytes file = encode_archive({{"exp0", shape_resource(1, 0, 7, 10)}, {"note", behind}});
+    const auto shapes = decoded_shapes(file, 0b11000); // exp0 and exp1
+    EXPECT_EQ(first_number(*shapes, 3), 10);
+    EXPECT_EQ(first_number(*shapes, 4), 20);
 }
 
 // ODDITY missing-shape
@@ -146,7 +147,9 @@ TEST(ShapeFileFormat, OnlySixteenEntriesAreSeenButAllCountForThePositions) {
 
     std::swap(resources[15], resources[17]); // now car0 is the 18th
     const auto unseen = decoded_shapes(encode_archive(resources), 1);
-    EXPECT_NE(first_number(*unseen, 0), 10);
+    // Read from behind the sixteen offsets that are seen: the last two offsets, 10 and 20, are its count and its x.
+    EXPECT_EQ(unseen->models[0].nverts, 10);
+    EXPECT_EQ(first_number(*unseen, 0), 20);
 }
 
 // ODDITY last-paint-job-count
@@ -167,6 +170,13 @@ TEST(ShapeFileFormat, MaterialsPastTheSeventeenthAreReadOver) {
     }
     EXPECT_EQ(shapes->models[0].prims[0].vertex, decltype(SHAPEPRIM::vertex){});
     EXPECT_FALSE(decoded_shapes(encode_archive({{"car0", shape_resource(0, 2, 17)}}), 1)->materials_cut);
+}
+
+TEST(ShapeFileFormat, NothingIsCutWhereThereIsNoMaterialToCut) {
+    EXPECT_FALSE(decoded_shapes(encode_archive({{"car0", shape_resource(3, 0, 40)}}), 1)->materials_cut);
+    const Bytes whole = encode_archive({{"car0", shape_resource(0, 1, 18)}});
+    EXPECT_TRUE(decoded_shapes(whole, 1)->materials_cut);
+    EXPECT_FALSE(decoded_shapes(first_bytes(whole, whole.size() - 1), 1)->materials_cut);
 }
 
 TEST(ShapeFileFormat, WhatTheFileDoesNotHoldKeepsItsValue) {
@@ -232,6 +242,16 @@ TEST(ShapeFileFormat, ModelOf300VerticesIsWrittenWholeWithACountOf44) {
     EXPECT_EQ(bytes_between(file, 38, 4),
               byte_list({static_cast<int>(model_size & 0xFF), static_cast<int>(model_size >> 8), 0, 0}));
     EXPECT_EQ(bytes_between(file, 62 + 4 + 6 * 299, 2), byte_list({299 & 0xFF, 299 >> 8}));
+    EXPECT_FALSE(shapes_fit_file(*shapes));
+}
+
+TEST(ShapeFileFormat, CountsPastTheTablesCountAsTheTables) {
+    auto shapes = std::make_unique<ShapeFile>();
+    shapes->models[0].nverts = shapes->models[0].nprims = 512;
+    const Bytes of_full_tables = encode_shape_file(*shapes);
+    shapes->models[0].nverts = 513;
+    shapes->models[0].nprims = 65535;
+    EXPECT_EQ(encode_shape_file(*shapes), of_full_tables);
     EXPECT_FALSE(shapes_fit_file(*shapes));
 }
 

@@ -57,6 +57,13 @@ TEST(TargaWriter, PaddingTakesNoPartInTheAlphaScan) {
     EXPECT_EQ(byte_at(encode_targa_32(*image), 16), 24);
 }
 
+TEST(TargaWriter, ImageWithoutAreaHasNoPackets) {
+    const Image narrow(0, 3, 4, 0), flat(3, 0, 4, 12);
+    for (const Image* image : {&narrow, &flat})
+        EXPECT_EQ(encode_targa_32(*image).size(), 18U + 26U);
+    EXPECT_EQ(encode_targa_16(Image(0, 2, 2, 0)).size(), 18U + 26U);
+}
+
 TEST(TargaWriter, RunOf300IsWrittenAs128And128And44) {
     const auto image = create_image(300, 1, a);
     EXPECT_EQ(packets_of(encode_targa_32(*image)), joined({packet(255, {a}), packet(255, {a}), packet(171, {a})}));

@@ -67,19 +67,20 @@ TEST_F(Car, PrimitivesUseTheVerticesOfTheirType) {
     EXPECT_EQ(primitive_vertex_count(-1), 0);
 }
 
+// ODDITY scales-differ-per-slot
 TEST_F(Car, ScalesAreExact) { EXPECT_EQ(CARSCALE, (std::array<double, 4>{0.002, 0.04, 0.05, 0.000625})); }
 
 TEST_F(Car, PaintJobsAreHeldWithinOneAndSeventeen) {
     for (const int wanted : {1, 7, 17}) {
         PAINTJOBS = static_cast<std::uint8_t>(wanted);
-        EXPECT_TRUE(settle_paint_jobs());
+        settle_paint_jobs();
         EXPECT_EQ(PAINTJOBS, wanted);
     }
     PAINTJOBS = 0;
-    EXPECT_FALSE(settle_paint_jobs());
+    settle_paint_jobs();
     EXPECT_EQ(PAINTJOBS, 1);
     PAINTJOBS = 255;
-    EXPECT_FALSE(settle_paint_jobs());
+    settle_paint_jobs();
     EXPECT_EQ(PAINTJOBS, 17);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <csignal>
+#include <fstream>
 #include <functional>
 #include <grp.h>
 #include <stdexcept>
@@ -45,6 +46,18 @@ inline int run_with_file_size_limit(rlim_t bytes, const std::function<int()>& wo
         const rlimit limit{bytes, bytes};
         std::signal(SIGXFSZ, SIG_IGN);
         if (::setrlimit(RLIMIT_FSIZE, &limit) != 0) return could_not_prepare;
+        return work();
+    });
+}
+
+// Runs `work` where no more than `bytes` of addresses can be had beyond those already taken.
+inline int run_with_memory_limit(rlim_t bytes, const std::function<int()>& work) {
+    return run_in_child([&] {
+        rlim_t pages = 0;
+        std::ifstream("/proc/self/statm") >> pages;
+        const rlim_t most = pages * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE)) + bytes;
+        const rlimit limit{most, most};
+        if (pages == 0 || ::setrlimit(RLIMIT_AS, &limit) != 0) return could_not_prepare;
         return work();
     });
 }
