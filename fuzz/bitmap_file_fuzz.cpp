@@ -27,6 +27,8 @@ void check_table() {
     for (int i = 1; i <= BITMAPS; ++i) {
         expect(RBM(BITMAP[i].name) == i, "every id is there once");
         expect(has_pixel_buffer(BITMAP[i]), "every entry has its pixels");
+        const bool narrow = BITMAP[i].width < 10000 && BITMAP[i].height < 10000 && !BITMAP[i].pixels.empty();
+        expect(!narrow || (preview(BITMAP[i], 2) && preview(BITMAP[i], 3)), "every entry can be shown");
     }
     for (const DashItem& item : DASHITEM)
         expect(item.bitmap == RBM(item.id), "items are bound");

@@ -72,7 +72,6 @@ void shut_down() {
     MENUIMG.reset();
     for (int i = 1; i <= BITMAPS; ++i) {
         std::vector<std::uint8_t>().swap(BITMAP[i].pixels);
-        BITMAP[i].preview_2x.reset();
-        BITMAP[i].preview_3x.reset();
+        forget_previews(BITMAP[i]);
     }
 }

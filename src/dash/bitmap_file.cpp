@@ -42,7 +42,6 @@ bool merge(BitmapRecord bitmap) {
     if (!has_room_for(bitmap)) return false;
     drop_bitmap(RBM(bitmap.name));
     link_mask(bitmap);
-    build_previews(bitmap);
     BITMAP[++BITMAPS] = std::move(bitmap);
     return true;
 }

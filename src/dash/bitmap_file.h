@@ -36,7 +36,7 @@ BitmapSet bitmap_set_for(std::string_view path);
 // "/id/id/.../": the ids of a set.
 std::string_view bitmap_set_ids(BitmapSet set);
 
-// Merges bitmaps into BITMAP, replacing those of the same id, builds their previews, resolves the positions and binds
+// Merges bitmaps into BITMAP, replacing those of the same id, resolves the positions and binds
 // the items. What finds no room in the table (100 bitmaps, max_bitmap_pixels) is left out; a bitmap of its id then
 // stays. False when anything was left out, be it here or by the decoder.
 bool merge_bitmap_file(BitmapFile file);

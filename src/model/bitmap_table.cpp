@@ -89,13 +89,16 @@ void link_mask(BitmapRecord& bitmap) {
     bitmap.is_mask = is_mask_id(bitmap.name) ? yes : no;
 }
 
-void build_previews(BitmapRecord& bitmap) {
+const Image* preview(BitmapRecord& bitmap, int scale) {
+    ImageHandle& image = scale == 2 ? bitmap.preview_2x : bitmap.preview_3x;
+    if (!image && !bitmap.pixels.empty() && has_pixel_buffer(bitmap))
+        image = enlarged(bitmap, preview_colours(bitmap.is_mask != no), scale);
+    return image.get();
+}
+
+void forget_previews(BitmapRecord& bitmap) {
     bitmap.preview_2x.reset();
     bitmap.preview_3x.reset();
-    if (bitmap.pixels.empty() || !has_pixel_buffer(bitmap)) return;
-    const ColourTable colours = preview_colours(bitmap.is_mask != no);
-    bitmap.preview_2x = enlarged(bitmap, colours, 2);
-    bitmap.preview_3x = enlarged(bitmap, colours, 3);
 }
 
 void drop_bitmap(int index) {

@@ -24,7 +24,7 @@ struct BitmapRecord {
     std::int16_t absolute_x = 0, absolute_y = 0;        // on the 320 x 200 canvas
     std::array<std::uint8_t, 4> flags{};                // kept as read
     std::vector<std::uint8_t> pixels;                   // width x height palette indices, top row first, or none
-    ImageHandle preview_2x, preview_3x;                 // 32-bit, every pixel a 2 x 2 or 3 x 3 block; may be null
+    ImageHandle preview_2x, preview_3x;                 // painted when first asked for; see preview()
     std::uint8_t is_mask = 0, has_mask = 0;             // 255 or 0
     std::string mask_name;                              // meaningful when has_mask is 255
 };
@@ -49,9 +49,12 @@ std::size_t bitmap_pixels();
 
 // Sets is_mask, has_mask and mask_name from the name.
 void link_mask(BitmapRecord& bitmap);
-// Paints both previews from the pixels: palette colours, or for a mask opaque white (not 0) and nothing (0). A preview
-// is null when the bitmap has no area or no pixels, or when an image of that size cannot be.
-void build_previews(BitmapRecord& bitmap);
+// The bitmap `scale` (2 or 3) times its size, a 32-bit image of square blocks: palette colours, or for a mask opaque
+// white (not 0) and nothing (0). Painted when it is first asked for, so that loading a car does not wait for pictures
+// that nobody looks at. Null when the bitmap has no area or no pixels, or when an image of that size cannot be.
+const Image* preview(BitmapRecord& bitmap, int scale);
+// For whoever changes the pixels or what they mean: the previews are painted anew.
+void forget_previews(BitmapRecord& bitmap);
 // Empties the record (pixels and previews freed, name empty), swaps the record with the last used entry and lowers
 // BITMAPS. An index outside 1 .. BITMAPS changes nothing.
 void drop_bitmap(int index);

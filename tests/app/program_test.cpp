@@ -146,6 +146,8 @@ TEST_F(Program, QuittingFreesExactlyTheBitmapsInUse) {
     const int in_use = BITMAPS;
     ASSERT_GT(in_use, 0);
     BITMAP[in_use + 1].pixels = {1, 2, 3};
+    for (int i = 1; i <= in_use; ++i)
+        ASSERT_TRUE(preview(BITMAP[i], 2) && preview(BITMAP[i], 3)) << i;
     shut_down();
     EXPECT_EQ(MENUIMG, nullptr);
     for (int i = 1; i <= in_use; ++i) {

@@ -27,12 +27,12 @@ TEST_F(DashFiles, LoadingFillsTheTableInTheOrderOfTheFile) {
 TEST_F(DashFiles, LoadedBitmapsHavePreviewsMaskLinksPositionsAndItems) {
     PAL[1] = 0xFF112233;
     load(encode_archive({{"dast", whole_bitmap(2, 3, 7, -8)}, {"dasm", whole_bitmap(2, 3, 7, -8)}}));
-    const BitmapRecord& owner = BITMAP[1];
+    BitmapRecord& owner = BITMAP[1];
     EXPECT_EQ(owner.mask_name, "dasm");
     EXPECT_EQ(owner.has_mask, 255);
     EXPECT_EQ(BITMAP[2].is_mask, 255);
-    EXPECT_EQ(owner.preview_2x->pixel(1, 1), 0xFF112233);
-    EXPECT_EQ(BITMAP[2].preview_3x->pixel(0, 0), 0xFFFFFFFF);
+    EXPECT_EQ(preview(owner, 2)->pixel(1, 1), 0xFF112233);
+    EXPECT_EQ(preview(BITMAP[2], 3)->pixel(0, 0), 0xFFFFFFFF);
     EXPECT_EQ(owner.absolute_x, 7);
     EXPECT_EQ(owner.absolute_y, -8);
     EXPECT_EQ(DASHITEM[2].bitmap, 1);

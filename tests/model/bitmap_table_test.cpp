@@ -33,6 +33,13 @@ protected:
     }
 };
 
+// Both previews as they are now.
+void build_previews(BitmapRecord& bitmap) {
+    forget_previews(bitmap);
+    preview(bitmap, 2);
+    preview(bitmap, 3);
+}
+
 void expect_blocks_of(const BitmapRecord& bitmap, const ImageHandle& preview, int scale) {
     ASSERT_TRUE(preview);
     EXPECT_EQ(preview->width(), bitmap.width * scale);
@@ -100,6 +107,15 @@ TEST_F(BitmapTable, PreviewsShowEveryPixelAsABlockOfItsPaletteColour) {
     expect_blocks_of(bitmap, bitmap.preview_2x, 2);
     expect_blocks_of(bitmap, bitmap.preview_3x, 3);
     EXPECT_EQ(bitmap.preview_2x->pixel(0, 0), 0x40000000U); // alpha as the palette has it
+}
+
+TEST_F(BitmapTable, APreviewIsPaintedWhenFirstAskedForAndKept) {
+    BitmapRecord& bitmap = add("dash", 3, 2);
+    EXPECT_FALSE(bitmap.preview_2x || bitmap.preview_3x);
+    const Image* painted = preview(bitmap, 3);
+    ASSERT_TRUE(painted);
+    EXPECT_FALSE(bitmap.preview_2x);
+    EXPECT_EQ(preview(bitmap, 3), painted);
 }
 
 TEST_F(BitmapTable, PreviewsOfAMaskAreWhiteOrNothing) {
