@@ -1,6 +1,7 @@
 // Processor time of ten seconds in which nobody touches anything, against a minimal SDL program that waits for events
 // in the same way.
 
+#include "alternate.h"
 #include "two_programs.h"
 
 #include <chrono>

@@ -46,7 +46,9 @@ bool start_up(const std::string& invocation_path, std::string& error) {
     LOADVSH(PROGDIR + "default.vsh");
     seed_random(timer());
     MENUIMG = TARGALOAD(PROGDIR + "images.tga");
+    lock_screen();
     MAINTAINMENU(true);
+    unlock_screen_unshown(); // the first frame that a person sees is the first screen, whole
     return true;
 }
 

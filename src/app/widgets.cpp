@@ -27,7 +27,6 @@ void draw_button(const BLISSBUTTON& button) {
     const std::uint32_t ink = button.state == button_state::inactive ? button.inactive_colour : button.main_colour;
     const bool hovered = button.state == button_state::hover;
 
-    const ScreenLock lock;
     if (hovered) {
         fill_box(screen(), left, top, right, bottom, button.main_colour);
     } else {
@@ -111,6 +110,7 @@ void APPENDBUTTON(const std::string& caption, int id, bool below) {
 
 int MAINTAINBUTTONS() {
     if (same_place(mouse(), remembered_mouse)) return 0;
+    const ScreenLock lock;
     int clicked = 0;
     for (int i = 1; i <= BUTTONS; ++i) {
         const bool hovered = under_mouse(BUTTON[i]);

@@ -56,6 +56,10 @@ Canvas& screen() { return window().canvas; }
 
 void lock_screen() { ++window().locks; }
 
+void unlock_screen_unshown() {
+    if (window().locks > 0) --window().locks;
+}
+
 void unlock_screen() {
     if (window().locks == 0) return;
     --window().locks;

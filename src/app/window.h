@@ -23,6 +23,8 @@ Canvas& screen();
 // Drawing between lock and unlock becomes visible at unlock. Locks may be nested; the outermost unlock shows the frame.
 void lock_screen();
 void unlock_screen();
+// Ends a lock without a frame of its own: what was drawn becomes visible with the next one.
+void unlock_screen_unshown();
 // Shows what was drawn without a lock; nothing when nothing was, or while locked.
 void show_screen();
 

@@ -319,7 +319,11 @@ void clear_screen() {
 std::string FILEHANDLING(std::uint8_t mode) {
     FileScreen state{.mode = mode, .list_mode = first_list_mode(mode)};
     state.previous.wheel = mouse().wheel;
-    draw_frame(mode);
+    {
+        const ScreenLock one_frame;
+        draw_frame(mode);
+        redraw(state);
+    }
     while (pass(state)) {
     }
     clear_screen();

@@ -12,10 +12,10 @@
 #include "model/colours.h"
 #include "model/file_status.h"
 #include "model/parameters.h"
+#include "support/environment.h"
 #include "support/text_file.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <map>
 
@@ -27,11 +27,12 @@ class Program : public ScriptedTest {
 protected:
     TemporaryDirectory directory;
     CurrentDirectory inside{directory.path()};
+    EnvironmentVariable home{"HOME"}, appdata{"APPDATA"};
 
     void SetUp() override {
         ScriptedTest::SetUp();
-        ::setenv("HOME", (directory / "home").c_str(), 1);
-        ::unsetenv("APPDATA");
+        home.set(directory / "home");
+        appdata.unset();
         reset_config();
         reset_menu_bar();
         reset_widgets();
@@ -77,6 +78,15 @@ TEST_F(Program, AFreshStartShowsTheFilesScreenWithTheMenuBar) {
     EXPECT_EQ(drawn(1, 601), Pixel{0xFF280A14});
     EXPECT_EQ(drawn(959, 647), Pixel{0xFF32141E}) << "the whole screen has the background";
     run({look([] { EXPECT_TRUE(screen_shows(16, 16, "= FILES =", 0xFFFAFAFA)); }), key_press(Key::escape)});
+}
+
+TEST_F(Program, TheFirstFrameOfTheStartIsTheWholeFilesScreen) {
+    const int frames = window.frames();
+    start();
+    EXPECT_EQ(window.frames(), frames) << "nothing half done is shown";
+    int at_first_wait = 0;
+    run({look([&] { at_first_wait = window.frames(); }), key_press(Key::escape)});
+    EXPECT_EQ(at_first_wait, frames + 2) << "the screen, then its buttons";
 }
 
 TEST_F(Program, TheStartFillsTheTablesAndReadsTheDataFiles) {

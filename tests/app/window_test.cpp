@@ -61,6 +61,24 @@ TEST_F(Window, LocksNest) {
     EXPECT_EQ(new_frames(), 2);
 }
 
+TEST_F(Window, ALockEndedUnshownLeavesItsDrawingToTheNextFrame) {
+    const int frames = window.frames();
+    lock_screen();
+    draw_pixel(screen(), 1, 1, red);
+    unlock_screen_unshown();
+    EXPECT_EQ(window.frames(), frames);
+    lock_screen();
+    draw_pixel(screen(), 2, 2, red);
+    unlock_screen();
+    EXPECT_EQ(window.frames(), frames + 1);
+    EXPECT_EQ(shown(1, 1), Pixel{red});
+    EXPECT_EQ(shown(2, 2), Pixel{red});
+    unlock_screen_unshown();
+    draw_pixel(screen(), 3, 3, red);
+    show_screen();
+    EXPECT_EQ(shown(3, 3), Pixel{red}) << "one unlock too many does no harm";
+}
+
 TEST_F(Window, NothingDrawnIsNoFrame) {
     lock_screen();
     unlock_screen();
