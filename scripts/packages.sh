@@ -35,10 +35,16 @@ ensure_packages() {
 build_preset() {
     local preset=$1 log
     shift
+    # A checkout that was copied or moved brings a build folder that knows itself under its old name.
+    if [[ -f build/$preset/CMakeCache.txt ]] &&
+        ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" "build/$preset/CMakeCache.txt"; then
+        rm -rf "build/$preset"
+    fi
     if [[ -t 2 ]]; then
         { cmake --preset "$preset" >/dev/null && cmake --build --preset "$preset" "$@"; } >&2
         return
     fi
+    echo "Building (preset $preset)" >&2
     log=$(mktemp)
     if ! { cmake --preset "$preset" && cmake --build --preset "$preset" "$@"; } >"$log" 2>&1; then
         cat "$log" >&2

@@ -74,7 +74,9 @@ bool start_video(std::string& error) {
     set_hints();
     if (!chosen) SDL_SetHint(SDL_HINT_VIDEODRIVER, systems.c_str());
     if (SDL_Init(SDL_INIT_VIDEO) != 0) {
-        error = one_line(std::string("cannot open a window: ") + SDL_GetError());
+        const char* display = std::getenv("DISPLAY");
+        error = one_line(std::string("cannot open a window on the display \"") + (display ? display : "") +
+                         "\": " + SDL_GetError());
         return false;
     }
     choose_presentation(SDL_GetCurrentVideoDriver());

@@ -162,6 +162,22 @@ void wait_for_release(FileScreen& state) {
     if (close_requested()) end_program(state);
 }
 
+void put_text(FileScreen& state, Field which, const std::string& text) {
+    state.field(which).set_text(text);
+    if (state.focus == which) state.focused().caret_to_end();
+    state.redraw_fields = true;
+}
+
+// The Dir field says again where files come from and go to, whatever was typed there and not entered; the list has what
+// was saved.
+void show_where_it_went(FileScreen& state, Transfer direction) {
+    const std::string directory = current_directory();
+    if (state.field(Field::directory).text() != directory) put_text(state, Field::directory, directory);
+    if (direction == Transfer::load) return;
+    UPDATEFILELIST(state.list_mode);
+    state.redraw_list = true;
+}
+
 void run_transfer(FileScreen& state, Transfer direction) {
     const std::string name = state.field(Field::file).text();
     TransferReport report = transfer(direction, name);
@@ -171,18 +187,13 @@ void run_transfer(FileScreen& state, Transfer direction) {
         return;
     }
     draw_status(report.unknown_format ? report_unknown_format() : report);
+    show_where_it_went(state, direction);
 }
 
 void toggle_list(FileScreen& state) {
     if (state.mode != file_screen_mode::cars) return;
     state.list_mode = state.list_mode == cars_mode ? car_file_filter() : cars_mode;
     state.rescan = true;
-}
-
-void put_text(FileScreen& state, Field which, const std::string& text) {
-    state.field(which).set_text(text);
-    if (state.focus == which) state.focused().caret_to_end();
-    state.redraw_fields = true;
 }
 
 void enter_directory(FileScreen& state, const std::string& path) {

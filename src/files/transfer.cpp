@@ -4,12 +4,15 @@
 #include "app/shell.h"
 #include "app/text.h"
 #include "dash/bitmap_file.h"
+#include "formats/file_io.h"
 #include "formats/parameter_file.h"
 #include "formats/shape_file.h"
 #include "model/file_status.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <string_view>
+#include <system_error>
 #include <unistd.h>
 
 namespace {
@@ -80,11 +83,22 @@ TransferReport report(Transfer direction, const std::string& done_name, const st
     return {.text = failure_text(failed_name), .failed = true};
 }
 
+// The file's name as the directory has it: DOS disks give names in capitals, which this system tells apart.
+std::string name_in_directory(const std::string& file) {
+    if (file_exists(file)) return file;
+    std::error_code error;
+    for (std::filesystem::directory_iterator at(".", error), end; !error && at != end; at.increment(error)) {
+        std::string name = at->path().filename().string();
+        if (lower_case(name) == file) return name;
+    }
+    return file;
+}
+
 TransferReport transfer_car(Transfer direction, const std::string& name) {
     const std::string identifier = lower_case(name);
     std::string first_failure;
     for (const CarFile& part : car_files) {
-        const std::string file = std::string(part.prefix) + identifier + std::string(part.extension);
+        const std::string file = name_in_directory(std::string(part.prefix) + identifier + std::string(part.extension));
         const FileKind& kind = *kind_of(file);
         (direction == Transfer::load ? kind.load : kind.save)(file);
         if (FILE_ERNUM != file_status::success && first_failure.empty()) first_failure = failure_text(file);

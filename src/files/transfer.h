@@ -13,8 +13,9 @@ struct TransferReport {
     std::string first_failure{}; // of a car's four files, the first that failed with its error; empty when none did
 };
 
-// Does what the name asks for. Without a ".", a name of exactly four characters stands for the car's four files; any
-// other name does nothing. Sets the file-status record.
+// Does what the name asks for. Without a ".", a name of exactly four characters stands for the car's four files, in
+// small letters or, where they are there only otherwise, as the directory spells them; any other name does nothing.
+// Sets the file-status record.
 TransferReport transfer(Transfer direction, const std::string& name);
 
 // What there is to say about such a name, also in the file-status record.

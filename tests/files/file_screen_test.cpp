@@ -6,6 +6,7 @@
 #include "app/widgets.h"
 #include "dash/items.h"
 #include "files/file_list.h"
+#include "formats/file_io.h"
 #include "formats/parameter_file.h"
 #include "model/bitmap_table.h"
 #include "model/car.h"
@@ -283,6 +284,17 @@ TEST_F(FileScreen, WithAnUnpackerTheListOffersPackedFiles) {
     CONFIG_VALUE[1] = "unpack";
     write_text("a.p3s", "");
     visit({ctrl_key(Key::c), shows_row(1, "a.p3s", file_grey)});
+}
+
+TEST_F(FileScreen, ASavedCarIsInTheListAtOnce) {
+    visit({look([] { CARNAME = "Novel"; }), typed("abcd"), ctrl_key(Key::s), shows_row(1, "Novel (ABCD)", file_grey)});
+}
+
+TEST_F(FileScreen, AfterLoadingOrSavingTheDirFieldSaysWhereThatWas) {
+    visit({typed("abcd"), key_press(Key::tab), typed("/elsewhere"), ctrl_key(Key::s),
+           look([&] { EXPECT_TRUE(screen_shows(90, 60, directory.path() + "  ", text_green)); }), typed("x"),
+           ctrl_key(Key::l), look([&] { EXPECT_TRUE(screen_shows(90, 60, directory.path() + "  ", text_green)); })});
+    EXPECT_TRUE(file_exists("carabcd.res"));
 }
 
 TEST_F(FileScreen, TheButtonsLoadAndSaveOncePerClick) {

@@ -1,6 +1,7 @@
 #include "files/transfer.h"
 
 #include "app/config.h"
+#include "app/text.h"
 #include "dash/items.h"
 #include "formats/parameter_file.h"
 #include "model/bitmap_table.h"
@@ -53,6 +54,24 @@ TEST_F(TransferTest, AnIdentifierStandsForTheFourFilesInLowerCase) {
     EXPECT_FALSE(report.failed);
     EXPECT_EQ(report.first_failure, "");
     EXPECT_EQ(CARNAME, "New car");
+}
+
+TEST_F(TransferTest, ACarInCapitalsAsDosWritesItIsLoadedAndSavedUnderItsNames) {
+    CARNAME = "From a floppy";
+    transfer(Transfer::save, "abcd");
+    for (const char* name : {"carabcd.res", "stabcd.3sh", "stdaabcd.vsh", "stdbabcd.vsh"})
+        std::filesystem::rename(name, upper_case(name));
+    CARNAME = "";
+    EXPECT_EQ(transfer(Transfer::load, "abcd").text, "Loaded abcd");
+    EXPECT_EQ(CARNAME, "From a floppy");
+    EXPECT_EQ(transfer(Transfer::save, "abcd").text, "Saved abcd");
+    EXPECT_THAT(directory.names(), ElementsAre("CARABCD.RES", "STABCD.3SH", "STDAABCD.VSH", "STDBABCD.VSH"));
+
+    CARNAME = "Small letters";
+    SAVERES("carabcd.res");
+    CARNAME = "";
+    transfer(Transfer::load, "ABCD");
+    EXPECT_EQ(CARNAME, "Small letters") << "they come first where both are there";
 }
 
 TEST_F(TransferTest, NamesOfAnotherLengthWithoutADotDoNothing) {
