@@ -11,7 +11,7 @@
 #include <iterator>
 #include <map>
 #include <numbers>
-#include <ranges>
+#include <span>
 
 namespace {
 
@@ -122,8 +122,7 @@ void store_knob(long gear, const SourceLine& line, std::size_t first_field) {
 
 bool has_shared_tail(const std::vector<BitmapRecord>& bitmaps) {
     return bitmaps.size() > std::size(shared_tail) &&
-           std::ranges::equal(bitmaps | std::views::drop(bitmaps.size() - std::size(shared_tail)), shared_tail, {},
-                              &BitmapRecord::name);
+           std::ranges::equal(std::span(bitmaps).last(std::size(shared_tail)), shared_tail, {}, &BitmapRecord::name);
 }
 
 } // namespace
