@@ -19,6 +19,10 @@ protected:
         fill_box(screen(), 0, 0, 959, 599, colour::background);
     }
     void draw() { draw_torque_graph(screen(), graph); }
+    void hover(int point) {
+        draw_hovered_point(screen(), graph, point);
+        draw_hovered_values(screen(), point);
+    }
     // All markers out of the way of what is looked at.
     static void hide_markers() {
         for (int marker = 1; marker <= speed_markers; ++marker)
@@ -276,12 +280,12 @@ TEST_F(TorqueGraphTest, HoverHighlightsAndTells) {
     set_torque(10, 20);
     set_torque(11, 30);
     draw();
-    draw_hover(screen(), graph, 10);
+    hover(10);
     EXPECT_TRUE(has_point_box(10, 40, hovered));
     EXPECT_TRUE(screen_shows(520, 545, "1280 RPM", axis));
     EXPECT_TRUE(screen_shows(610, 545, "Torque=20", axis));
     graph.hovered_speed = 1280;
-    draw_hover(screen(), graph, 11);
+    hover(11);
     EXPECT_TRUE(has_point_box(10, 40, low));
     EXPECT_TRUE(has_point_box(11, 60, hovered));
     EXPECT_TRUE(screen_shows(520, 545, "1408 RPM", axis));
@@ -295,7 +299,7 @@ TEST_F(TorqueGraphTest, HoverLeavesHighTorqueInItsColour) {
     graph.hovered_speed = 10 * 128;
     set_torque(10, 200);
     draw();
-    draw_hover(screen(), graph, 11);
+    hover(11);
     EXPECT_TRUE(has_point_box(10, 200, high));
 }
 
@@ -304,12 +308,12 @@ TEST_F(TorqueGraphTest, TheBoxLeftBehindTakesTheSelectedColour) { // ODDITY hove
     graph.selected = 11;
     graph.hovered_speed = 10 * 128;
     draw();
-    draw_hover(screen(), graph, 11);
+    hover(11);
     EXPECT_TRUE(has_point_box(10, 0, selected));
     EXPECT_TRUE(has_point_box(11, 0, hovered));
     // Leaving the selected point itself gives it the plain colour.
     graph.hovered_speed = 11 * 128;
-    draw_hover(screen(), graph, 12);
+    hover(12);
     EXPECT_TRUE(has_point_box(11, 0, low));
 }
 
@@ -320,7 +324,7 @@ TEST_F(TorqueGraphTest, HoverLeavesClippedPointsAlone) {
     set_torque(10, 200);
     set_torque(11, 200);
     draw();
-    draw_hover(screen(), graph, 11);
+    hover(11);
     EXPECT_TRUE(has_point_box(10, 255, clipped));
     EXPECT_TRUE(has_point_box(11, 255, clipped));
     EXPECT_TRUE(screen_shows(610, 545, "Torque=200", axis));
