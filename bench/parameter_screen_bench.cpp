@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <numbers>
 #include <vector>
 
@@ -52,8 +53,8 @@ private:
     static constexpr int bytes_per_pixel = 4;
 
     int point_ = 0;
-    std::vector<std::byte> shown_ =
-        std::vector<std::byte>(static_cast<std::size_t>(screen_width * screen_height * bytes_per_pixel));
+    std::vector<std::uint8_t> shown_ =
+        std::vector<std::uint8_t>(static_cast<std::size_t>(screen_width * screen_height * bytes_per_pixel));
 };
 
 // A curve of every kind of point, as an engine has it.
