@@ -101,7 +101,7 @@ TEST_F(ParameterPresses, WhileAMarkerIsDraggedNothingElseReacts) {
                      EXPECT_TRUE(screen_shows(121, 134, "300", colour::value)); // not pointed at either
                      EXPECT_TRUE(is_filled(520, 545, 689, 560, colour::background));
                  }),
-                 mouse_at(800, 400), expect_no_edit(), mouse_at(201, 520), mouse_at(row_x(3), row_y(3)),
+                 mouse_at(800, 400), expect_no_edit(), at_once({mouse_at(201, 520), mouse_at(row_x(3), row_y(3))}),
                  look([] { EXPECT_TRUE(screen_shows(121, 134, "300", colour::value)); }), release(row_x(3), row_y(3)),
                  look([] { EXPECT_TRUE(screen_shows(121, 134, "300", hovered_value)); })});
     EXPECT_EQ(torque(30), curve_before);
