@@ -35,7 +35,7 @@ bool LineEdit::accepts(const std::string& key) const {
 bool LineEdit::insert(char character) {
     if (text_.size() >= limit_ && (full_ == FullField::refuses || caret_ >= limit_)) return false;
     text_.insert(caret_, 1, character);
-    if (full_ == FullField::pushes_out) text_.resize(std::min(text_.size(), limit_));
+    if (full_ == FullField::pushes_out && text_.size() > limit_) text_.pop_back();
     return step_caret(caret_ + 1);
 }
 

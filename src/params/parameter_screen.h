@@ -4,9 +4,16 @@
 #include "app/input.h"
 #include "params/torque_graph.h"
 
+#include <cstdint>
 #include <span>
 #include <string>
-#include <vector>
+
+// What a button that is held may do, by where it went down.
+enum class Press : std::uint8_t {
+    plain,  // whatever the pointer reaches reacts
+    stroke, // the left button went down on the curve: opens nothing
+    spent   // it ended an edit in the field that was edited: nothing reacts until no button is down
+};
 
 struct ParameterScreen {
     bool redraw = true;     // the graph, and the rows that changed
@@ -15,7 +22,9 @@ struct ParameterScreen {
     bool leave = false;     // the program ends
     TorqueGraph graph;
     MouseState last{0, 0, 0, 0}, now{0, 0, 0, 0};
-    bool mouse_waits = false; // the step of the mouse that ended an edit is still to be handled
+    Press press = Press::plain;
+    bool mouse_waits = false;  // an edit has ended: the mouse as it left it is still to be handled
+    bool pressed_anew = false; // and a press that ended it, as one that has just gone down
 };
 
 // One row feeds the dispatch and the test that every key does something.
@@ -30,9 +39,9 @@ struct RowRange {
     int first, last;
 };
 // The rows of the parameter table that the screen shows.
-std::vector<RowRange> shown_rows(const ParameterScreen& state);
+std::span<const RowRange> shown_rows(const ParameterScreen& state);
 
-// What is flagged.
+// The graph and the rows that changed if a redraw is flagged; everything when a repaint is, too.
 void draw(ParameterScreen& state);
 // A mouse that differs from the last pass, and a key; "" is none.
 void on_mouse(ParameterScreen& state);

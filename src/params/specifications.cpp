@@ -1,6 +1,5 @@
 #include "params/specifications.h"
 
-#include "app/edit_loop.h"
 #include "app/input.h"
 #include "app/text.h"
 #include "app/widgets.h"
@@ -106,16 +105,18 @@ void draw_edit(const SpecificationsEdit& edit) {
     draw_line(screen(), x, y, x, y + glyph_height - 1, caret_colour);
 }
 
-void edit_specifications() {
+EditEnd edit_specifications() {
     SpecificationsEdit edit(CARINFO);
-    const bool stored = run_edit([&] { draw_edit(edit); }, [&](const std::string& key) { return edit.on_key(key); });
-    if (stored) CARINFO = join_specifications(edit.lines());
+    const EditEnd end = run_edit([&] { draw_edit(edit); }, [&](const std::string& key) { return edit.on_key(key); });
+    if (end == EditEnd::stored) CARINFO = join_specifications(edit.lines());
+    return end;
 }
 
 } // namespace
 
-void EDITSPECS(int mode) {
-    if (mode == 0) edit_specifications();
+EditEnd EDITSPECS(int mode) {
+    const EditEnd end = mode == 0 ? edit_specifications() : EditEnd::stored;
     const ScreenLock lock;
     draw_lines(split_specifications(CARINFO), colour::background, colour::value);
+    return end;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/drawing.h"
+#include "app/edit_loop.h"
 #include "app/line_edit.h"
 
 #include <array>
@@ -17,8 +18,7 @@ using SpecificationLines = std::array<std::string, specification_rows>;
 // comes after the ninth line is dropped; lines that the text does not have are empty.
 SpecificationLines split_specifications(std::string_view text);
 // The description of these lines: empty ones at the end are dropped, then each loses its trailing blanks and is ended
-// by
-// "]".
+// by a "]".
 std::string join_specifications(const SpecificationLines& lines);
 
 // The text while it is edited. Every row remembers its own text; the caret is the current row's.
@@ -43,5 +43,6 @@ private:
 // Whether a click at this place opens the text.
 bool over_specifications(int x, int y);
 
-// Mode 0: edits CARINFO in its box until the person stores or leaves, then shows it. Any other mode: shows it.
-void EDITSPECS(int mode);
+// Mode 0: edits CARINFO in its box until the person stores or leaves, then shows it. Any other mode: shows it. Returns
+// why the edit ended; `stored` when nothing was edited.
+EditEnd EDITSPECS(int mode);

@@ -1,6 +1,5 @@
 #include "params/target_edit.h"
 
-#include "app/edit_loop.h"
 #include "app/input.h"
 #include "app/widgets.h"
 #include "app/window.h"
@@ -29,6 +28,7 @@ struct DrawnTarget {
 struct Memory {
     MouseState seen{0, 0, 0, 0};
     Table<std::optional<DrawnTarget>, 1, 100> drawn;
+    TargetEdit edited;
 };
 
 Memory& memory() {
@@ -95,10 +95,10 @@ int clicked_row(int first, int last) {
 
 } // namespace
 
-void draw_targets(int first, int last) {
+void draw_targets(int first, int last, bool pointed) {
     const ScreenLock lock;
     for (int row = first; row <= last; ++row) {
-        const DrawnTarget look{target_text(PTARGET[row]), hovered(PTARGET[row])};
+        const DrawnTarget look{target_text(PTARGET[row]), pointed && hovered(PTARGET[row])};
         if (memory().drawn[row] == look) continue;
         draw_target(PTARGET[row], look);
         memory().drawn[row] = look;
@@ -107,16 +107,18 @@ void draw_targets(int first, int last) {
 
 void forget_drawn_targets() { memory().drawn = {}; }
 
-unsigned MAINTAINTARGETS(int first, int last) {
+unsigned MAINTAINTARGETS(int first, int last, bool opens) {
     if (mouse() == memory().seen) return 0;
     draw_targets(first, last);
     memory().seen = mouse();
-    const int row = clicked_row(first, last);
+    const int row = opens ? clicked_row(first, last) : 0;
     if (row == 0) return 0;
-    EDITTARGET(row);
+    memory().edited = {row, EDITTARGET(row)};
     draw_targets(first, last);
     return 1;
 }
+
+const TargetEdit& last_target_edit() { return memory().edited; }
 
 namespace {
 
@@ -202,38 +204,41 @@ void clear_shown_text(const PARAMINPUT& target) {
              target.value_y + glyph_height - 1, colour::background);
 }
 
-void edit_entry(const PARAMINPUT& target) {
+void store_entry(const PARAMINPUT& target, const TargetEntry& entry) {
+    entry.store();
+    if (&target == &PTARGET[mass_row]) UPDATEPG(false);
+}
+
+EditEnd edit_entry(const PARAMINPUT& target) {
     clear_shown_text(target);
     TargetEntry entry(target);
-    const bool stored =
+    const EditEnd end =
         run_edit([&] { draw_entry(target, entry.field()); }, [&](const std::string& key) { return entry.on_key(key); });
-    if (stored) entry.store();
-    if (stored && &target == &PTARGET[mass_row]) UPDATEPG(false);
+    if (end == EditEnd::stored) store_entry(target, entry);
     const ScreenLock lock;
     fill_edit_box(target, entry.field(), colour::background);
+    return end;
 }
 
 // The next choice, once the button is released; none when the window is closed meanwhile.
-void step_option(PARAMINPUT& target) {
+EditEnd step_option(PARAMINPUT& target) {
     {
         const ScreenLock lock;
         clear_value_box(target);
     }
-    wait_until_buttons_released();
-    if (mouse().buttons != 0) return;
+    if (!wait_for_release()) return EditEnd::closed;
     target.option_value = (target.option_value + 1) % (target.maximum + 1);
     UPDATEPG(true);
+    return EditEnd::stored;
 }
 
 } // namespace
 
-void EDITTARGET(int row) {
+EditEnd EDITTARGET(int row) {
     PARAMINPUT& target = PTARGET[row];
-    if (target.type == target_type::option)
-        step_option(target);
-    else
-        edit_entry(target);
+    const EditEnd end = target.type == target_type::option ? step_option(target) : edit_entry(target);
     forget_drawn_targets();
+    return end;
 }
 
 void reset_targets() { memory() = Memory{}; }

@@ -1,6 +1,7 @@
 // The edit targets of the parameter table on the screen: showing their values, pointing at them, typing a new one.
 #pragma once
 
+#include "app/edit_loop.h"
 #include "app/line_edit.h"
 #include "params/parameter_table.h"
 
@@ -13,18 +14,26 @@ int target_box_width(const PARAMINPUT& target);
 // Whether the place lies in the row's hover area.
 bool over_target(const PARAMINPUT& target, int x, int y);
 
-// Draws rows first .. last of PTARGET that look otherwise than when they were drawn last.
-void draw_targets(int first, int last);
+// Draws rows first .. last of PTARGET that look otherwise than when they were drawn last; without the mark of the one
+// that is pointed at when `pointed` is false.
+void draw_targets(int first, int last, bool pointed = true);
 // The screen was cleared: all rows must be drawn again.
 void forget_drawn_targets();
 
-// Draws the rows if the mouse changed since the last call, and edits the last one that the left button alone is down
-// on. Returns 1 if one was edited, else 0. The caller has read the mouse in this pass.
-unsigned MAINTAINTARGETS(int first, int last);
+// Draws the rows if the mouse changed since the last call, and, unless `opens` is false, edits the last one that the
+// left button alone is down on. Returns 1 if one was edited, else 0. The caller has read the mouse in this pass.
+unsigned MAINTAINTARGETS(int first, int last, bool opens = true);
 
 // Edits a row in place: steps an option on and moves the mass to it, or takes a number or a name until the person
-// stores it or leaves.
-void EDITTARGET(int row);
+// stores it or leaves. Returns why that ended.
+EditEnd EDITTARGET(int row);
+
+// The row that MAINTAINTARGETS edited last, and how that ended.
+struct TargetEdit {
+    int row = 0; // none
+    EditEnd end = EditEnd::stored;
+};
+const TargetEdit& last_target_edit();
 
 // A number or a name while it is typed.
 class TargetEntry {

@@ -22,6 +22,13 @@ constexpr int full_scale = 255; // the highest value that the graph shows in pla
 constexpr int highest_torque = 255;
 constexpr int highest_speed = 65535;
 constexpr int text_line = 545; // of the dragged marker's speed and the hovered point's values
+constexpr int dragged_x = 72;  // where the dragged marker's speed begins
+
+// A marker: a stem over the graph into a disc below it, with the marker's letter.
+constexpr int disc_left_of_stem = 1; // the disc's centre, which makes the disc stand evenly around the letter
+constexpr int disc_y = 532, disc_radius = 8;
+constexpr int letter_left_of_stem = 4, letter_y = 525;
+constexpr int stem_bottom = 525;
 
 const OneBased<SpeedMarker, speed_markers>& markers() {
     static const auto table = [] {
@@ -100,12 +107,12 @@ namespace {
 
 void draw_marker(Canvas& canvas, int marker, bool dragged) {
     const SpeedMarker& look = speed_marker(marker);
-    const int place = marker_place(marker_speed(marker));
-    draw_line(canvas, place + 65, graph_area::top, place + 65, 525, look.colour);
-    draw_circle(canvas, place + 64, 532, 8, look.colour, 1, 0, whole_circle, true);
-    draw_text(canvas, place + 61, 525, look.letter, black);
+    const int stem = graph_area::left + marker_place(marker_speed(marker));
+    draw_line(canvas, stem, graph_area::top, stem, stem_bottom, look.colour);
+    draw_circle(canvas, stem - disc_left_of_stem, disc_y, disc_radius, look.colour, 1, 0, whole_circle, true);
+    draw_text(canvas, stem - letter_left_of_stem, letter_y, look.letter, black);
     if (!dragged) return;
-    draw_text(canvas, 72, text_line, look.label + std::to_string(marker_speed(marker)) + " RPM", look.colour);
+    draw_text(canvas, dragged_x, text_line, look.label + std::to_string(marker_speed(marker)) + " RPM", look.colour);
 }
 
 void draw_axes(Canvas& canvas, int zoom) {
@@ -156,7 +163,7 @@ void fill(Canvas& canvas, const Rectangle& area) {
 
 void draw_torque_graph(Canvas& canvas, const TorqueGraph& graph) {
     fill(canvas, cleared);
-    fill(canvas, {72, text_line, 231, 560});
+    fill(canvas, {dragged_x, text_line, 231, 560});
     for (int marker = 1; marker <= speed_markers; ++marker)
         draw_marker(canvas, marker, marker == graph.dragged);
     draw_axes(canvas, graph.zoom);
@@ -169,11 +176,12 @@ void draw_torque_graph(Canvas& canvas, const TorqueGraph& graph) {
 bool reaches_outside(const TorqueGraph& graph) {
     if (graph_area::bottom - scaled_torque(graph.selected, graph.zoom) - 1 < cleared.y1) return true;
     for (int marker = 1; marker <= speed_markers; ++marker)
-        if (marker_place(marker_speed(marker)) + 64 + 8 > cleared.x2) return true;
+        if (graph_area::left + marker_place(marker_speed(marker)) - disc_left_of_stem + disc_radius > cleared.x2)
+            return true;
     return false;
 }
 
-void draw_hover(Canvas& canvas, const TorqueGraph& graph, int point) {
+void draw_hovered_point(Canvas& canvas, const TorqueGraph& graph, int point) {
     const int before = graph.hovered_speed / rpm_per_point;
     // ODDITY hover-box-takes-selected-colour (kept): the box that the pointer leaves takes the selected point's colour
     // when it is the selected point that the pointer reaches, and its plain colour otherwise, selected or not.
@@ -182,6 +190,9 @@ void draw_hover(Canvas& canvas, const TorqueGraph& graph, int point) {
         draw_point_box(canvas, before, value, left_behind);
     if (const int value = scaled_torque(point, graph.zoom); value <= full_scale)
         draw_point_box(canvas, point, value, hovered_colour);
+}
+
+void draw_hovered_values(Canvas& canvas, int point) {
     fill(canvas, {520, text_line, 689, 560});
     draw_text(canvas, 520, text_line, std::to_string(point * rpm_per_point) + " RPM", colour::label);
     draw_text(canvas, 610, text_line, "Torque=" + std::to_string(torque(point)), colour::label);

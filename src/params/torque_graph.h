@@ -60,5 +60,7 @@ void draw_torque_graph(Canvas& canvas, const TorqueGraph& graph);
 // Whether what that draws reaches outside the area that it clears: a selected point far above the graph, or markers at
 // speeds right of it.
 bool reaches_outside(const TorqueGraph& graph);
-// Moves the highlight to another point and shows its values. graph.hovered_speed still is the one before.
-void draw_hover(Canvas& canvas, const TorqueGraph& graph, int point);
+// Moves the highlight to another point. graph.hovered_speed still is the one before.
+void draw_hovered_point(Canvas& canvas, const TorqueGraph& graph, int point);
+// Shows the engine speed and the torque of a point below the graph.
+void draw_hovered_values(Canvas& canvas, int point);

@@ -138,6 +138,14 @@ TEST(LineEdit, TypingIntoAFullRowCanPushItsLastCharacterOut) {
     EXPECT_EQ(row.caret(), 2U);
 }
 
+TEST(LineEdit, OfATextLongerThanTheLimitOneCharacterIsPushedOutForEachTyped) {
+    LineEdit row(4, "abcdefgh", Typing::printable, FullField::pushes_out);
+    EXPECT_TRUE(row.handle_key("X"));
+    EXPECT_EQ(row.text(), "Xabcdefg");
+    EXPECT_TRUE(row.handle_key("Y"));
+    EXPECT_EQ(row.text(), "XYabcdef");
+}
+
 TEST(LineEdit, TypingAtTheEndOfAFullRowChangesNothing) {
     LineEdit row = field_at_end(4, "abcd", Typing::printable, FullField::pushes_out);
     EXPECT_FALSE(row.handle_key("X"));

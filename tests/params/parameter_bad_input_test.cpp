@@ -1,6 +1,8 @@
 // Cars that no editor wrote: the screen draws them, edits them and keeps what was not edited.
+#include "formats/parameter_file.h"
 #include "params/parameter_screen.h"
 #include "params/parameter_test.h"
+#include "support/temporary_directory.h"
 
 #include <random>
 
@@ -55,6 +57,39 @@ protected:
 };
 
 } // namespace
+
+TEST_F(ParameterBadInput, WhatIsNotEditedIsSavedAsItWasLoaded) {
+    std::mt19937 random(21);
+    ParameterFile wild{{}, std::string(300, 'W'), every_byte(255), every_byte(1023)};
+    for (std::byte& byte : wild.par)
+        byte = static_cast<std::byte>(random() & 0xFF);
+    ParameterFile all_255{{}, "", std::string(1000, '~'), std::string(1023, ']')};
+    all_255.par.fill(std::byte{255});
+    for (ParameterFile car : {ParameterFile{}, all_255, wild}) {
+        const TemporaryDirectory folder;
+        put_file(folder / "before.res", encode_parameter_file(car));
+        LOADRES(folder / "before.res");
+        visit();
+        SAVERES(folder / "after.res");
+        // Loading has cut what is too long for any car.
+        car.name = car.name.substr(0, 255);
+        car.sign_name = car.sign_name.substr(0, 255);
+        EXPECT_EQ(get_file(folder / "after.res"), encode_parameter_file(car));
+    }
+}
+
+TEST_F(ParameterBadInput, OfAWildCarOnlyTheEditedValueChangesInTheFile) {
+    ParameterFile car{{}, std::string(255, 'W'), "\x1B\r", std::string(1023, 'x')};
+    car.par.fill(std::byte{255});
+    const TemporaryDirectory folder;
+    put_file(folder / "before.res", encode_parameter_file(car));
+    LOADRES(folder / "before.res");
+    play({click_row(4), key_press(Key::backspace), key_press(Key::enter), close_window()}, EDITPARAMS);
+    SAVERES(folder / "after.res");
+    car.par[56] = static_cast<std::byte>(6553 & 0xFF);
+    car.par[57] = static_cast<std::byte>(6553 >> 8);
+    EXPECT_EQ(get_file(folder / "after.res"), encode_parameter_file(car));
+}
 
 TEST_F(ParameterBadInput, ParametersAll0) {
     fill_par(0);
@@ -125,6 +160,15 @@ TEST_F(ParameterBadInput, WildMousePlaces) {
         if (i % 7 == 0) steps.push_back(key_press(Key::enter));
     }
     steps.push_back(close_window());
+    const auto before = PAR;
     play(steps, EDITPARAMS);
     EXPECT_EQ(CURMENU, screen_number::quit);
+    EXPECT_NE(PAR, before); // curve, markers and mass
+    for (std::size_t at = 0; at < PAR.size(); ++at) {
+        const bool by_mouse = (at >= 2 && at <= 13) || (at >= 58 && at <= 161);
+        EXPECT_TRUE(by_mouse || PAR[at] == before[at]) << at;
+    }
+    EXPECT_EQ(CARNAME, "New car");
+    EXPECT_EQ(CARSIGNNAME, "New!");
+    EXPECT_EQ(CARINFO, "New car]");
 }

@@ -42,10 +42,44 @@ TEST_F(ParameterScreenTest, TheRpmColumnIsNeverShown) { // ODDITY rpm-column-nev
         press_key(binding.key);
         EXPECT_TRUE(state.mysterious) << binding.effect;
     }
-    EXPECT_EQ(shown_rows(state).size(), 1U);
+    ASSERT_EQ(shown_rows(state).size(), 1U);
+    EXPECT_EQ(shown_rows(state)[0].first, 1);
     EXPECT_EQ(shown_rows(state)[0].last, 35);
     draw(state);
     EXPECT_TRUE(screen_shows(755, 70, "Purple", colour::label));
+}
+
+TEST_F(ParameterScreenTest, NeitherMouseNorKeysShowTheRpmColumn) { // ODDITY rpm-column-never-shown
+    std::vector<ScriptStep> steps;
+    for (int y = 5; y < 600; y += 35)
+        for (const int x : {5, 315, 525, 735, 760, 945})
+            for (const int button : {1, 2})
+                steps.push_back(at_once({click(x, y, button), key_press(Key::enter)}));
+    steps.push_back(typed("iIdDuUmMzZrR "));
+    for (const Key key : {Key::left, Key::right, Key::up, Key::down, Key::tab, Key::enter, Key::f1, Key::home})
+        steps.push_back(key_press(key));
+    steps.push_back(mouse_at(5, 590));
+    steps.push_back(look([] {
+        EXPECT_TRUE(screen_shows(764, 42, "Mysterious", colour::section_title));
+        EXPECT_TRUE(screen_shows(755, 70, "Purple", colour::label));
+        EXPECT_TRUE(screen_shows(755, 294, "Orange #5", colour::label));
+    }));
+    play_screen(std::move(steps));
+}
+
+TEST_F(ParameterScreenTest, RowsPastTheLastAreNeverDrawn) {
+    for (int row = 40; row <= 100; ++row) {
+        PTARGET[row] = PTARGET[mass_row];
+        PTARGET[row].label = "Row";
+        PTARGET[row].label_y = PTARGET[row].value_y = 4;
+    }
+    const auto nothing = look([] { EXPECT_TRUE(is_filled(25, 4, 300, 15, colour::background)); });
+    play_screen({mouse_at(5, 590), nothing, mouse_at(30, 10), nothing, click(30, 10), typed("5"), key_press(Key::enter),
+                 key_press(Key::z), nothing});
+    EXPECT_EQ(par_word(par_offset::mass), 20);
+    state.mysterious = false;
+    draw(state);
+    EXPECT_TRUE(is_filled(25, 4, 300, 15, colour::background));
 }
 
 TEST_F(ParameterScreenTest, TheRpmColumnStillDraws) {
@@ -151,6 +185,41 @@ TEST_F(ParameterScreenTest, ReachingTheSelectedPointColoursTheOneLeft) { // ODDI
     EXPECT_TRUE(has_point_box(30, 120, selected));
 }
 
+TEST_F(ParameterScreenTest, ARedrawTakesTheReadoutAwayUntilAnotherPointIsReached) { // ODDITY hover-readout-vanishes
+    set_curve(60);
+    const auto no_readout = look([] { EXPECT_TRUE(is_filled(520, 545, 689, 560, colour::background)); });
+    play_screen({mouse_at(curve_x(30), 300), look([] {
+                     EXPECT_TRUE(has_point_box(30, 120, hovered));
+                     EXPECT_TRUE(screen_shows(520, 545, "3840 RPM", colour::label));
+                 }),
+                 key_press(Key::right), no_readout, look([] { EXPECT_TRUE(has_point_box(30, 120, low)); }),
+                 mouse_at(curve_x(30) + 1, 310), no_readout, mouse_at(5, 590), mouse_at(curve_x(30), 300), no_readout,
+                 mouse_at(curve_x(31), 300),
+                 look([] { EXPECT_TRUE(screen_shows(520, 545, "3968 RPM", colour::label)); })});
+}
+
+TEST_F(ParameterScreenTest, TheFirstPointShowsNothingWhenItIsReachedFirst) { // ODDITY hover-readout-vanishes
+    set_curve(60);
+    play_screen({mouse_at(curve_x(0), 300), look([] {
+                     EXPECT_TRUE(is_filled(520, 545, 689, 560, colour::background));
+                     EXPECT_TRUE(has_point_box(0, 120, selected));
+                 }),
+                 mouse_at(curve_x(1), 300), mouse_at(curve_x(0), 300), look([] {
+                     EXPECT_TRUE(screen_shows(520, 545, "0 RPM", colour::label));
+                     EXPECT_TRUE(has_point_box(0, 120, hovered));
+                 })});
+}
+
+TEST_F(ParameterScreenTest, AHoverMoveShowsTheBoxesAndTheReadoutApart) {
+    set_curve(60);
+    draw(state);
+    move(curve_x(30), 300);
+    const int frames_before = window.frames();
+    move(curve_x(31), 300);
+    EXPECT_EQ(window.frames(), frames_before + 2);
+    EXPECT_GE(window.last_changed().y1, 545); // the boxes are far above
+}
+
 TEST_F(ParameterScreenTest, DragsAMarker) {
     play_screen({mouse_at(112, 530), press(112, 530), mouse_at(150, 512), mouse_at(201, 540), look([] {
                      EXPECT_EQ(par_word(6), 2901); // 2901.33
@@ -238,10 +307,19 @@ TEST_F(ParameterScreenTest, KeysSetTheMarkersWhereTheMouseIs) { // ODDITY marker
         press_key(letters[i].second);
         EXPECT_EQ(par_word(offset), 64) << letters[i].second;
     }
-    move(112, 520);
     set_par_word(6, 1000);
+    move(112, 520);
+    move(112, 520, 1);
     move(67, 520, 1);
-    EXPECT_NE(par_word(6), 43);
+    EXPECT_EQ(par_word(6), 42);
+}
+
+TEST_F(ParameterScreenTest, CapitalLettersSetTheMarkersToo) {
+    const Modifiers shift{.shift = true};
+    play_screen({mouse_at(201, 300), key_press(Key::i, shift), key_press(Key::d, shift), key_press(Key::u, shift),
+                 key_press(Key::m, shift)});
+    for (const int offset : {6, 8, 10, 12})
+        EXPECT_EQ(par_word(offset), 2901) << offset;
 }
 
 TEST_F(ParameterScreenTest, KeysSetNoMarkerWhenTheMouseIsElsewhere) {

@@ -92,6 +92,26 @@ TEST_F(TargetTest, DrawsNothingWhileTheMouseRests) {
     EXPECT_TRUE(screen_shows(121, 102, "77", colour::value));
 }
 
+TEST_F(TargetTest, LooksAgainWhenOnlyTheWheelTurned) {
+    put_mouse(400, 400);
+    MAINTAINTARGETS(1, 35);
+    set_par_word(2, 77);
+    window.play({wheel(400, 400, 1)});
+    while (mouse().wheel != 1)
+        read_mouse();
+    EXPECT_EQ(MAINTAINTARGETS(1, 35), 0U);
+    EXPECT_TRUE(screen_shows(121, 102, "77", colour::value));
+}
+
+TEST_F(TargetTest, ASecondRangeInOnePassSeesNoChangeOfTheMouse) { // ODDITY rpm-column-never-shown
+    const auto before = PAR;
+    put_mouse(row_x(36), row_y(36), 1);
+    EXPECT_EQ(MAINTAINTARGETS(1, 18), 0U);
+    EXPECT_EQ(MAINTAINTARGETS(34, 39), 0U);
+    EXPECT_EQ(PAR, before);
+    EXPECT_TRUE(is_filled(755, 70, 940, 85, 0xFF000000)); // nor is the row drawn
+}
+
 TEST_F(TargetTest, DrawsRowsPlainAndHovered) {
     clear_screen();
     put_mouse(row_x(brakes_row), row_y(brakes_row));
@@ -139,6 +159,27 @@ TEST_F(TargetTest, AClickWithBothButtonsEditsNothing) {
     EXPECT_EQ(MAINTAINTARGETS(1, 35), 0U);
     put_mouse(row_x(gears_row), row_y(gears_row), 2);
     EXPECT_EQ(MAINTAINTARGETS(1, 35), 0U);
+}
+
+TEST_F(TargetTest, AClickThatMayOpenNothingOnlyPoints) {
+    put_mouse(row_x(gears_row), row_y(gears_row), 1);
+    EXPECT_EQ(MAINTAINTARGETS(1, 35, false), 0U);
+    EXPECT_TRUE(screen_shows(641, 70, "5", hovered_value));
+    EXPECT_EQ(last_target_edit().row, 0);
+}
+
+TEST_F(TargetTest, TellsWhichRowWasEditedAndHowThatEnded) {
+    const std::vector<std::pair<ScriptStep, EditEnd>> ends{{key_press(Key::enter), EditEnd::stored},
+                                                           {key_press(Key::escape), EditEnd::escaped},
+                                                           {press(5, 5, 2), EditEnd::pressed},
+                                                           {close_window(), EditEnd::closed}};
+    for (const auto& [last_step, end] : ends) {
+        reset_targets();
+        put_mouse(row_x(gears_row), row_y(gears_row), 1);
+        play({release(row_x(gears_row), row_y(gears_row)), last_step}, [] { EXPECT_EQ(MAINTAINTARGETS(1, 35), 1U); });
+        EXPECT_EQ(last_target_edit().row, gears_row);
+        EXPECT_EQ(last_target_edit().end, end);
+    }
 }
 
 TEST_F(TargetTest, AClickEditsTheRow) {

@@ -2,7 +2,9 @@
 
 #include "params/parameter_test.h"
 
+#include <algorithm>
 #include <cmath>
+#include <tuple>
 
 namespace {
 
@@ -19,6 +21,10 @@ protected:
         fill_box(screen(), 0, 0, 959, 599, colour::background);
     }
     void draw() { draw_torque_graph(screen(), graph); }
+    void hover(int point) {
+        draw_hovered_point(screen(), graph, point);
+        draw_hovered_values(screen(), point);
+    }
     // All markers out of the way of what is looked at.
     static void hide_markers() {
         for (int marker = 1; marker <= speed_markers; ++marker)
@@ -154,6 +160,32 @@ TEST_F(TorqueGraphTest, DrawsAxesAndTicks) {
     EXPECT_TRUE(screen_shows(45, 492, "0", axis));
 }
 
+TEST_F(TorqueGraphTest, TicksAtHalfPixelsStandAtTheEvenOne) {
+    hide_markers();
+    set_curve(50);
+    draw();
+    for (const auto& [x, label_x, label] : {std::tuple{252, 244, "4k"}, std::tuple{628, 616, "12k"}}) { // 252.5, 627.5
+        SCOPED_TRACE(label);
+        EXPECT_TRUE(is_filled(x, 501, x, 507, axis));
+        EXPECT_EQ(drawn(x - 1, 507), Pixel{colour::background});
+        EXPECT_EQ(drawn(x + 1, 507), Pixel{colour::background});
+        EXPECT_TRUE(screen_shows(label_x, 510, label, axis));
+    }
+}
+
+TEST_F(TorqueGraphTest, AxesEndWhereTheyShould) {
+    hide_markers();
+    set_curve(50); // its first box stands over the vertical axis, its last above the end of the horizontal one
+    draw();
+    EXPECT_TRUE(is_filled(65, 245, 65, 398, axis));
+    EXPECT_TRUE(is_filled(65, 402, 65, 500, axis));
+    EXPECT_NE(drawn(65, 244), Pixel{axis});
+    EXPECT_TRUE(is_filled(55, 245, 65, 245, axis));
+    EXPECT_TRUE(is_filled(55, 500, 683, 500, axis));
+    EXPECT_EQ(drawn(684, 500), Pixel{colour::background});
+    EXPECT_EQ(drawn(54, 500), Pixel{colour::background});
+}
+
 TEST_F(TorqueGraphTest, TheTopLabelFollowsTheZoom) {
     const std::array<std::string, 4> labels{"255", "127", "84", "63"};
     for (graph.zoom = 1; graph.zoom <= 4; ++graph.zoom) {
@@ -218,6 +250,54 @@ TEST_F(TorqueGraphTest, AtZoom2HighTorqueIsClippedAtTheTopLine) {
     EXPECT_TRUE(has_point_box(30, 255, clipped));
 }
 
+TEST_F(TorqueGraphTest, AtZoom2EveryTorqueFrom128OnIsClipped) {
+    hide_markers();
+    for (int first = 0; first < 256; first += torque_points - 1) { // point 0 is selected
+        for (int point = 1; point < torque_points; ++point)
+            set_torque(point, first + point - 1);
+        draw();
+        for (int point = 1; point < torque_points; ++point) {
+            const int value = torque(point);
+            EXPECT_EQ(drawn(64 + 6 * point, 500 - std::min(255, 2 * value) - 1), Pixel{value < 128 ? low : clipped})
+                << value;
+        }
+    }
+}
+
+TEST_F(TorqueGraphTest, TheCurveClimbsInStraightLines) {
+    hide_markers();
+    graph.zoom = 1;
+    graph.selected = 90;
+    set_curve(0);
+    set_torque(11, 60);
+    set_torque(12, 60);
+    draw();
+    // From (125,500) up to (131,440), a column every ten pixels; the boxes of the points stand over both ends.
+    for (int y = 498; y >= 442; --y) {
+        if ((500 - y) % 10 == 5) continue; // between two columns
+        EXPECT_EQ(drawn(125 + static_cast<int>(std::lround((500 - y) / 10.0)), y), Pixel{curve}) << y;
+    }
+    EXPECT_EQ(drawn(134, 440), Pixel{curve});
+    EXPECT_EQ(drawn(140, 470), Pixel{curve}); // half-way down to (143,500)
+    EXPECT_EQ(drawn(128, 440), Pixel{colour::background});
+}
+
+TEST_F(TorqueGraphTest, AxesLieOverMarkersTheCurveOverAxesAndBoxesOverTheCurve) {
+    hide_markers();
+    set_marker_speed(4, 5000); // at x 299
+    set_curve(0);
+    set_torque(50, 40);
+    graph.zoom = 1;
+    draw();
+    EXPECT_EQ(drawn(65, 300), Pixel{axis}); // markers at speed 0 stand on the vertical axis
+    EXPECT_EQ(drawn(299, 498), Pixel{maximum});
+    EXPECT_EQ(drawn(299, 500), Pixel{curve}); // the marker, the axis, the curve
+    EXPECT_EQ(drawn(60, 500), Pixel{axis});
+    EXPECT_EQ(drawn(65 + 6 * 20 - 1, 500), Pixel{low}); // a box's side, which the curve goes through
+    EXPECT_EQ(drawn(65 + 6 * 20 + 1, 500), Pixel{low});
+    EXPECT_EQ(drawn(65 + 6 * 20, 500), Pixel{curve}); // its centre is open
+}
+
 TEST_F(TorqueGraphTest, TheCurveJoinsThePoints) {
     hide_markers();
     graph.zoom = 1;
@@ -276,16 +356,33 @@ TEST_F(TorqueGraphTest, HoverHighlightsAndTells) {
     set_torque(10, 20);
     set_torque(11, 30);
     draw();
-    draw_hover(screen(), graph, 10);
+    hover(10);
     EXPECT_TRUE(has_point_box(10, 40, hovered));
     EXPECT_TRUE(screen_shows(520, 545, "1280 RPM", axis));
     EXPECT_TRUE(screen_shows(610, 545, "Torque=20", axis));
     graph.hovered_speed = 1280;
-    draw_hover(screen(), graph, 11);
+    hover(11);
     EXPECT_TRUE(has_point_box(10, 40, low));
     EXPECT_TRUE(has_point_box(11, 60, hovered));
     EXPECT_TRUE(screen_shows(520, 545, "1408 RPM", axis));
     EXPECT_TRUE(screen_shows(610, 545, "Torque=30", axis));
+}
+
+TEST_F(TorqueGraphTest, HoverHighlightsUpToTheTopLine) {
+    hide_markers();
+    graph.selected = 90;
+    graph.hovered_speed = 40 * 128;
+    graph.zoom = 3;
+    set_torque(10, 85); // 255
+    draw();
+    hover(10);
+    EXPECT_TRUE(has_point_box(10, 255, hovered));
+    graph.zoom = 2;
+    set_torque(10, 128); // 256
+    draw();
+    hover(10);
+    EXPECT_TRUE(has_point_box(10, 255, clipped));
+    EXPECT_FALSE(has_point_box(10, 256, hovered));
 }
 
 TEST_F(TorqueGraphTest, HoverLeavesHighTorqueInItsColour) {
@@ -295,7 +392,7 @@ TEST_F(TorqueGraphTest, HoverLeavesHighTorqueInItsColour) {
     graph.hovered_speed = 10 * 128;
     set_torque(10, 200);
     draw();
-    draw_hover(screen(), graph, 11);
+    hover(11);
     EXPECT_TRUE(has_point_box(10, 200, high));
 }
 
@@ -304,12 +401,12 @@ TEST_F(TorqueGraphTest, TheBoxLeftBehindTakesTheSelectedColour) { // ODDITY hove
     graph.selected = 11;
     graph.hovered_speed = 10 * 128;
     draw();
-    draw_hover(screen(), graph, 11);
+    hover(11);
     EXPECT_TRUE(has_point_box(10, 0, selected));
     EXPECT_TRUE(has_point_box(11, 0, hovered));
     // Leaving the selected point itself gives it the plain colour.
     graph.hovered_speed = 11 * 128;
-    draw_hover(screen(), graph, 12);
+    hover(12);
     EXPECT_TRUE(has_point_box(11, 0, low));
 }
 
@@ -320,7 +417,7 @@ TEST_F(TorqueGraphTest, HoverLeavesClippedPointsAlone) {
     set_torque(10, 200);
     set_torque(11, 200);
     draw();
-    draw_hover(screen(), graph, 11);
+    hover(11);
     EXPECT_TRUE(has_point_box(10, 255, clipped));
     EXPECT_TRUE(has_point_box(11, 255, clipped));
     EXPECT_TRUE(screen_shows(610, 545, "Torque=200", axis));

@@ -50,6 +50,16 @@ protected:
         window->click(800, 500);
         ASSERT_TRUE(window->wait_for_pixel(746, 560, edit_ground));
     }
+    // Looks for the marker's speed before the button is released, and that it goes then.
+    void drag_marker(const std::vector<std::pair<int, int>>& path, const std::string& shown, std::uint32_t colour) {
+        window->move(path.front().first, path.front().second);
+        window->press();
+        for (const auto& [x, y] : path)
+            window->move(x, y);
+        EXPECT_TRUE(window->wait_for_text(72, 545, shown, colour));
+        window->release();
+        EXPECT_TRUE(wait_until([&] { return !window->shows_text(72, 545, shown, colour); })) << shown;
+    }
     bool description_closes() const { return window->wait_for_pixel(746, 560, colour::background); }
 
     // Saves the parameters alone and reads them back.
@@ -141,14 +151,10 @@ TEST_F(Parameters, EveryZoomStoresItsOwnTorque) {
 }
 
 TEST_F(Parameters, MarkersAreDragged) {
-    window->drag({{112, 520}, {160, 530}, {201, 515}});
-    EXPECT_TRUE(window->wait_for_text(72, 545, "Idle: 2901 RPM", 0xFFB4A000));
-    window->drag({{159, 520}, {250, 520}});
-    EXPECT_TRUE(window->wait_for_text(72, 545, "Downshift: 3946 RPM", 0xFF3C3CB4));
-    window->drag({{487, 520}, {400, 520}});
-    EXPECT_TRUE(window->wait_for_text(72, 545, "Upshift: 7146 RPM", 0xFF3CB4B4));
-    window->drag({{534, 520}, {686, 540}});
-    EXPECT_TRUE(window->wait_for_text(72, 545, "Max: 13248 RPM", 0xFFF05000));
+    drag_marker({{112, 520}, {160, 530}, {201, 515}}, "Idle: 2901 RPM", 0xFFB4A000);
+    drag_marker({{159, 520}, {250, 520}}, "Downshift: 3946 RPM", 0xFF3C3CB4);
+    drag_marker({{487, 520}, {400, 520}}, "Upshift: 7146 RPM", 0xFF3CB4B4);
+    drag_marker({{534, 520}, {686, 540}}, "Max: 13248 RPM", 0xFFF05000);
     const FileBytes file = saved();
     EXPECT_EQ(word_of(file, 6), 2901);
     EXPECT_EQ(word_of(file, 8), 3946);
