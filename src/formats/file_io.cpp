@@ -107,7 +107,7 @@ std::string take_helper_name(const std::string& directory, const std::function<b
     static std::atomic<unsigned> calls = 0;
     const std::string start = directory + "/.karosmit-save-" + std::to_string(::getpid()) + "-";
     for (int attempt = 0; attempt < most_helper_names; ++attempt) {
-        const std::string name = start + std::to_string(++calls);
+        std::string name = start + std::to_string(++calls);
         if (take(name)) return name;
         if (errno != EEXIST) break;
     }
