@@ -98,15 +98,15 @@ SaveOutcome refused_creation(int error) {
     return disk ? SaveOutcome::write_failed : SaveOutcome::cannot_create;
 }
 
-constexpr int most_helper_names = 1000;
+constexpr int most_temporary_names = 1000;
 
-// Takes a helper name in the target's directory by `take`, which creates something under a name that must be free and
-// otherwise fails with EEXIST. No two calls of one process use the same name, and no two processes; what a killed
+// Takes a temporary name in the target's directory by `take`, which creates something under a name that must be free
+// and otherwise fails with EEXIST. No two calls of one process use the same name, and no two processes; what a killed
 // process of the same number left behind is passed over, never removed. Empty when none could be had, errno says why.
-std::string take_helper_name(const std::string& directory, const std::function<bool(const std::string&)>& take) {
+std::string take_temporary_name(const std::string& directory, const std::function<bool(const std::string&)>& take) {
     static std::atomic<unsigned> calls = 0;
     const std::string start = directory + "/.karosmit-save-" + std::to_string(::getpid()) + "-";
-    for (int attempt = 0; attempt < most_helper_names; ++attempt) {
+    for (int attempt = 0; attempt < most_temporary_names; ++attempt) {
         std::string name = start + std::to_string(++calls);
         if (take(name)) return name;
         if (errno != EEXIST) break;
@@ -114,20 +114,21 @@ std::string take_helper_name(const std::string& directory, const std::function<b
     return {};
 }
 
-// The helper's file becomes the target. A helper that cannot is removed.
-bool replace(const std::string& helper, const std::string& target) {
-    if (::rename(helper.c_str(), target.c_str()) == 0) return true;
-    ::unlink(helper.c_str());
+// The temporary file becomes the target. A temporary file that cannot is removed.
+bool replace(const std::string& temporary, const std::string& target) {
+    if (::rename(temporary.c_str(), target.c_str()) == 0) return true;
+    ::unlink(temporary.c_str());
     return false;
 }
 
-// Gives the unnamed file its name, by way of a helper name beside it: a name cannot be given over an old one directly.
+// Gives the unnamed file its name, by way of a temporary name beside it: a name cannot be given over an old one
+// directly.
 bool take_name(int unnamed, const std::string& directory, const std::string& target) {
     const std::string self = "/proc/self/fd/" + std::to_string(unnamed);
-    const std::string helper = take_helper_name(directory, [&](const std::string& name) {
+    const std::string temporary = take_temporary_name(directory, [&](const std::string& name) {
         return ::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
     });
-    return !helper.empty() && replace(helper, target);
+    return !temporary.empty() && replace(temporary, target);
 }
 
 void flush_directory(const std::string& directory) {
@@ -146,18 +147,18 @@ SaveOutcome finish(int descriptor, const std::string& target, std::span<const st
 SaveOutcome save_by_named_file(const std::string& directory, const std::string& target,
                                std::span<const std::byte> content) {
     int number = -1;
-    const std::string helper = take_helper_name(directory, [&](const std::string& name) {
+    const std::string temporary = take_temporary_name(directory, [&](const std::string& name) {
         number = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
         return number >= 0;
     });
-    if (helper.empty()) return refused_creation(errno);
+    if (temporary.empty()) return refused_creation(errno);
 
     const Descriptor file(number);
     if (finish(file.number(), target, content) != SaveOutcome::saved) {
-        ::unlink(helper.c_str());
+        ::unlink(temporary.c_str());
         return SaveOutcome::write_failed;
     }
-    return replace(helper, target) ? SaveOutcome::saved : SaveOutcome::write_failed;
+    return replace(temporary, target) ? SaveOutcome::saved : SaveOutcome::write_failed;
 }
 
 // Whether the file system could make an unnamed file in the directory; `outcome` is then that of the saving. One that

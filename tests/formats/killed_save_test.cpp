@@ -15,7 +15,7 @@ namespace {
 using namespace std::chrono;
 
 constexpr int kills = 200;
-const std::string helper_start = ".karosmit-save-";
+const std::string temporary_start = ".karosmit-save-";
 const Bytes one(300'000, std::byte{1}), other(170'000, std::byte{2});
 
 bool save_both(const std::string& path) {
@@ -48,13 +48,13 @@ void kill_while_saving(FileSystem kind, const std::string& path, microseconds mo
     ASSERT_EQ(wait_for(child), -1) << "the saving process ended by itself";
 }
 
-// Removes what a killed process may leave: files with a helper's name, and whole ones where the content came first.
-void check_and_remove_helpers(FileSystem kind, const TemporaryDirectory& directory) {
+// Removes what a killed process may leave: files with a temporary name, and whole ones where the content came first.
+void check_and_remove_temporary_files(FileSystem kind, const TemporaryDirectory& directory) {
     for (const std::string& name : directory.names()) {
         if (name == "stdatest.vsh") continue;
-        ASSERT_TRUE(name.starts_with(helper_start)) << name;
-        const Bytes helper = get_file(directory / name);
-        ASSERT_TRUE(kind == FileSystem::without_unnamed_files || helper == one || helper == other) << name;
+        ASSERT_TRUE(name.starts_with(temporary_start)) << name;
+        const Bytes temporary = get_file(directory / name);
+        ASSERT_TRUE(kind == FileSystem::without_unnamed_files || temporary == one || temporary == other) << name;
         std::filesystem::remove(directory / name);
     }
 }
@@ -79,7 +79,7 @@ TEST_P(KilledSave, LeavesTheWholeOldOrTheWholeNewFile) {
         const Bytes found = get_file(path);
         ASSERT_TRUE(found == one || found == other) << "kill " << i << " left " << found.size() << " bytes";
         found == one ? ++ended_with_one : ++ended_with_other;
-        check_and_remove_helpers(GetParam(), directory);
+        check_and_remove_temporary_files(GetParam(), directory);
     }
     EXPECT_GT(ended_with_one, 0);
     EXPECT_GT(ended_with_other, 0) << "no process ever came to its second save";
@@ -110,7 +110,7 @@ TEST_P(KilledSave, WhatLiesUnderAHelpersNameDoesNotHinderTheNextSaveAndStays) {
     constexpr int left_behind = 300;
     const TemporaryDirectory directory;
     const int result = run_in_child([&] {
-        const std::string start = directory / helper_start + std::to_string(::getpid()) + "-";
+        const std::string start = directory / temporary_start + std::to_string(::getpid()) + "-";
         for (int i = 1; i <= left_behind; ++i)
             std::filesystem::create_directory(start + std::to_string(i));
         if (!prepare(GetParam())) return not_allowed_here;
