@@ -8,6 +8,7 @@
 #include "support/temporary_directory.h"
 
 #include <filesystem>
+#include <fstream>
 #include <sched.h>
 #include <sys/mount.h>
 
@@ -99,10 +100,22 @@ TEST_P(FailingSave, CreationThatFailsForTheDisksSakeIsAWriteError) {
 namespace {
 enum FullDiskResult { disk_as_expected, disk_wrong };
 
+void write_line(const char* path, const std::string& line) { std::ofstream(path) << line; }
+
+// Becomes the superuser of a user namespace of its own, where an ordinary user may mount.
+bool enter_user_namespace() {
+    const std::string user = std::to_string(::geteuid()), group = std::to_string(::getegid());
+    if (::unshare(CLONE_NEWUSER) != 0) return false;
+    write_line("/proc/self/setgroups", "deny");
+    write_line("/proc/self/uid_map", "0 " + user + " 1");
+    write_line("/proc/self/gid_map", "0 " + group + " 1");
+    return ::geteuid() == 0;
+}
+
 // Enters a mount namespace of its own and mounts a disk there.
 bool mount_disk(const std::string& mount_point, const char* options) {
-    const int spaces = ::geteuid() == 0 ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER;
-    return ::unshare(spaces) == 0 && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+    if (::geteuid() != 0 && !enter_user_namespace()) return false;
+    return ::unshare(CLONE_NEWNS) == 0 && ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
            ::mount("none", mount_point.c_str(), "tmpfs", 0, options) == 0;
 }
 
