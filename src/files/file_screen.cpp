@@ -180,7 +180,7 @@ void show_where_it_went(FileScreen& state, Transfer direction) {
 
 void run_transfer(FileScreen& state, Transfer direction) {
     const std::string name = state.field(Field::file).text();
-    TransferReport report = transfer(direction, name);
+    const TransferReport report = transfer(direction, name);
     if (report.unknown_format && state.mode == file_screen_mode::pictures) {
         state.result = (direction == Transfer::load ? "L:" : "S:") + name;
         state.leave = true;

@@ -13,6 +13,7 @@
 #include "model/file_status.h"
 #include "model/parameters.h"
 #include "support/environment.h"
+#include "support/fresh_tables.h"
 #include "support/text_file.h"
 
 #include <algorithm>
@@ -33,14 +34,9 @@ protected:
         ScriptedTest::SetUp();
         home.set(directory / "home");
         appdata.unset();
-        reset_config();
+        reset_car_tables();
         reset_menu_bar();
         reset_widgets();
-        reset_parameters();
-        reset_car();
-        reset_colours();
-        reset_bitmaps();
-        reset_file_status();
     }
     void TearDown() override {
         reset_menu_bar();

@@ -12,6 +12,7 @@
 #include "model/colours.h"
 #include "model/file_status.h"
 #include "params/parameter_table.h"
+#include "support/fresh_tables.h"
 #include "support/text_file.h"
 
 #include <gmock/gmock.h>
@@ -33,11 +34,7 @@ protected:
     CurrentDirectory inside{garage};
 
     void SetUp() override {
-        reset_config();
-        reset_colours();
-        reset_car();
-        reset_bitmaps();
-        reset_file_status();
+        reset_car_tables();
         INITPARAMTARGETS();
         INITDASHITEMS();
         PROGDIR = data_directory;

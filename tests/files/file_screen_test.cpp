@@ -8,10 +8,9 @@
 #include "files/file_list.h"
 #include "formats/file_io.h"
 #include "formats/parameter_file.h"
-#include "model/bitmap_table.h"
-#include "model/car.h"
 #include "model/file_status.h"
 #include "params/parameter_table.h"
+#include "support/fresh_tables.h"
 #include "support/text_file.h"
 
 #include <filesystem>
@@ -30,12 +29,9 @@ protected:
 
     void SetUp() override {
         ScriptedTest::SetUp();
-        reset_config();
+        reset_car_tables();
         reset_menu_bar();
         reset_widgets();
-        reset_car();
-        reset_bitmaps();
-        reset_file_status();
         INITPARAMTARGETS();
         INITDASHITEMS();
         WORKDIR = directory.path() + "/";

@@ -4,10 +4,9 @@
 #include "app/text.h"
 #include "dash/items.h"
 #include "formats/parameter_file.h"
-#include "model/bitmap_table.h"
-#include "model/car.h"
 #include "model/file_status.h"
 #include "params/parameter_table.h"
+#include "support/fresh_tables.h"
 #include "support/text_file.h"
 
 #include <gmock/gmock.h>
@@ -25,10 +24,7 @@ protected:
     CurrentDirectory inside{directory.path()};
 
     void SetUp() override {
-        reset_config();
-        reset_car();
-        reset_bitmaps();
-        reset_file_status();
+        reset_car_tables();
         INITPARAMTARGETS();
         INITDASHITEMS();
         WORKDIR = directory.path() + "/";

@@ -1,16 +1,11 @@
 // Every test of a car file begins with the tables of a program that has just been started, and a directory of its own.
 #pragma once
 
-#include "app/config.h"
 #include "app/window.h"
-#include "model/bitmap_table.h"
-#include "model/car.h"
-#include "model/colours.h"
-#include "model/file_status.h"
-#include "model/parameters.h"
 #include "params/parameter_table.h"
 #include "support/bytes.h"
 #include "support/child_process.h"
+#include "support/fresh_tables.h"
 #include "support/temporary_directory.h"
 
 #include <filesystem>
@@ -19,12 +14,7 @@
 class CleanCar : public testing::Test {
 protected:
     CleanCar() {
-        reset_car();
-        reset_parameters();
-        reset_bitmaps();
-        reset_colours();
-        reset_file_status();
-        reset_config();
+        reset_car_tables();
         set_window_title("");
         FILE_ERROR = "an earlier failure";
     }
