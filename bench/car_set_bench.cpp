@@ -2,11 +2,11 @@
 //
 // The car is as large as real ones: models of about 200 vertices and primitives, a cockpit of full-size artwork.
 #include "alternate.h"
-#include "dash/bitmap_file.h"
-#include "dash/items.h"
+#include "formats/bitmap_file.h"
 #include "formats/parameter_file.h"
 #include "formats/resource_archive.h"
 #include "formats/shape_file.h"
+#include "model/items.h"
 
 #include <cstdio>
 #include <memory>

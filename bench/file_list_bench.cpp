@@ -2,7 +2,7 @@
 
 #include "alternate.h"
 
-#include "app/config.h"
+#include "base/config.h"
 #include "files/file_list.h"
 
 #include <cstdlib>

@@ -1,7 +1,7 @@
 // Nearest palette entries for a picture of the dashboard's size, 64,000 pixels like a photograph's, against the plain
 // scan of all 256 entries. The exact same indices must come out.
 #include "alternate.h"
-#include "app/image.h"
+#include "image/image.h"
 #include "model/colours.h"
 #include "pictures.h"
 

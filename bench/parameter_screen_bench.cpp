@@ -1,13 +1,13 @@
 // What a move of the mouse over the torque curve costs, against a full redraw of the graph: everything that the screen
 // does in a pass, and the copying of what it shows.
 #include "alternate.h"
-#include "app/backend.h"
-#include "app/menu_bar.h"
-#include "app/window.h"
 #include "model/parameters.h"
 #include "params/parameter_screen.h"
 #include "params/parameter_table.h"
 #include "params/target_edit.h"
+#include "widgets/menu_bar.h"
+#include "window/backend.h"
+#include "window/window.h"
 
 #include <benchmark/benchmark.h>
 

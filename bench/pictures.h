@@ -1,7 +1,7 @@
 // Pictures made for measuring: smooth noise of several sizes for a photograph, plain areas with details for artwork.
 #pragma once
 
-#include "app/drawing.h"
+#include "drawing/drawing.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 // Run-length TGA of 2048 x 2048 pixels: the program's reader and writer against stb's, in one run.
 #include "alternate.h"
-#include "formats/tga.h"
+#include "image/tga.h"
 #include "pictures.h"
 
 #include <benchmark/benchmark.h>

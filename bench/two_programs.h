@@ -1,9 +1,9 @@
 // The editor and a minimal SDL program, started on one virtual display and compared.
 #pragma once
 
-#include "app/widgets.h"
 #include "program/real_window.h"
 #include "program/virtual_display.h"
+#include "widgets/widgets.h"
 
 #include <chrono>
 #include <cstdio>

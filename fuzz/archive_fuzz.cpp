@@ -1,6 +1,6 @@
 #include "expect.h"
 
-#include "formats/byte_reader.h"
+#include "base/byte_reader.h"
 #include "formats/resource_archive.h"
 
 namespace {

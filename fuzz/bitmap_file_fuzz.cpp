@@ -1,7 +1,7 @@
 #include "expect.h"
 
-#include "dash/bitmap_file.h"
-#include "dash/items.h"
+#include "formats/bitmap_file.h"
+#include "model/items.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #include "expect.h"
 
-#include "app/config.h"
-#include "app/text.h"
-#include "formats/byte_reader.h"
+#include "base/byte_reader.h"
+#include "base/config.h"
+#include "base/text.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #include "expect.h"
 
+#include "base/byte_reader.h"
 #include "files/file_list.h"
-#include "formats/byte_reader.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto file = input_bytes(data, size);

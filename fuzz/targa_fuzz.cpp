@@ -2,7 +2,7 @@
 // written and read again.
 #include "expect.h"
 
-#include "formats/tga.h"
+#include "image/tga.h"
 
 #include <algorithm>
 

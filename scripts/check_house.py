@@ -47,29 +47,33 @@ def stem(path):
 
 # --- floors ---------------------------------------------------------------------------------------------------------
 
-ARCHITECTURE = "docs/architecture.md"
-
-
-def floor_number(text):
-    return tuple(int(part) for part in text.split("."))
+FLOORS = "src/floors.txt"
 
 
 def listed_floors():
-    """Floor of every stem, from the fenced blocks marked "floors"."""
-    floors, order = {}, []
-    for block in re.findall(r"^```floors\n(.*?)^```", read(ARCHITECTURE), re.M | re.S):
-        for line in filter(None, map(str.strip, block.splitlines())):
-            match = re.fullmatch(r"(\d+(?:\.\d+)?) (\S+)", line)
-            if not match:
-                find(ARCHITECTURE, f'"{line}" is no "FLOOR path"')
-                continue
-            if match[2] in floors:
-                find(ARCHITECTURE, f"{match[2]} is listed twice")
-            floors[match[2]] = match[1]
-            order.append((floor_number(match[1]), match[2]))
-    if order != sorted(order):
-        find(ARCHITECTURE, "the floors are not sorted by floor and path")
+    """What each folder of src may include besides itself, in the order of the list."""
+    floors = {}
+    for line in read(FLOORS).splitlines():
+        if not line or line.startswith("#"):
+            continue
+        folder, _, may_include = line.partition(":")
+        floors[folder] = may_include.split()
     return floors
+
+
+def check_floor_list(floors, inside):
+    """No circle and no arrow that runs back up: a folder uses only folders listed above it."""
+    above = set()
+    for folder, may_include in floors.items():
+        for used in may_include:
+            if used not in above:
+                find(FLOORS, f"{folder} may include {used}, which does not stand above it in the list")
+        above.add(folder)
+    folders = {f.split("/")[1] for f in inside if f.count("/") > 1}
+    for folder in sorted(folders - above):
+        find(FLOORS, f"src/{folder} is not listed")
+    for folder in sorted(above - folders):
+        find(FLOORS, f"src/{folder} is listed but holds no source")
 
 
 def includes(files):
@@ -89,22 +93,19 @@ def includes(files):
 def check_floors(files):
     floors = listed_floors()
     inside = sources(files, "src")
-    present = {stem(f.removeprefix("src/")) for f in inside}
-    for path in sorted(present - floors.keys()):
-        find(ARCHITECTURE, f"{path} has no floor")
-    for path in sorted(floors.keys() - present):
-        find(ARCHITECTURE, f"{path} has a floor but is no file of src")
+    check_floor_list(floors, inside)
 
-    users = collections.defaultdict(set)
+    used_by = collections.defaultdict(set)
     for file, number, used in includes(inside):
         user = stem(file.removeprefix("src/"))
         if user == used:
             continue
-        users[used].add(user)
-        if user in users and used in users[user]:
+        used_by[user].add(used)
+        if user in used_by[used]:
             find(f"{file}:{number}", f"{user} and {used} include each other")
-        if user in floors and used in floors and floor_number(floors[used]) >= floor_number(floors[user]):
-            find(f"{file}:{number}", f"floor {floors[user]} includes {used} of floor {floors[used]}")
+        folder, used_folder = user.split("/")[0], used.split("/")[0]
+        if used_folder != folder and used_folder not in floors.get(folder, []):
+            find(f"{file}:{number}", f"{folder} may not include {used_folder}")
 
 
 # --- oddities -------------------------------------------------------------------------------------------------------

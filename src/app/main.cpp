@@ -1,9 +1,9 @@
 // The editor's entry: a window of SDL, the program behind it.
 
-#include "app/backend.h"
-#include "app/config.h"
 #include "app/program.h"
-#include "app/sdl_backend.h"
+#include "base/config.h"
+#include "window/backend.h"
+#include "window/sdl_backend.h"
 
 #include <cstdio>
 #include <string>

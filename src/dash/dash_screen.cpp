@@ -1,5 +1,5 @@
 #include "dash/dash_screen.h"
 
-#include "app/title_screen.h"
+#include "widgets/title_screen.h"
 
 void DASHMANAGER() { run_title_screen("= DASH MANAGER ="); }

@@ -1,7 +1,7 @@
 // The four views of the 3D editor: where they lie on the screen and how they look at the model.
 #pragma once
 
-#include "model/table.h"
+#include "base/table.h"
 
 #include <cstdint>
 #include <string>

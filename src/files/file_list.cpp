@@ -1,9 +1,9 @@
 #include "files/file_list.h"
 
-#include "app/config.h"
-#include "app/text.h"
-#include "formats/byte_reader.h"
-#include "formats/file_io.h"
+#include "base/byte_reader.h"
+#include "base/config.h"
+#include "base/file_io.h"
+#include "base/text.h"
 #include "formats/resource_archive.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // directory.
 #pragma once
 
-#include "model/table.h"
+#include "base/table.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,13 +1,14 @@
 #include "files/file_screen.h"
 
-#include "app/config.h"
-#include "app/input.h"
-#include "app/line_edit.h"
-#include "app/menu_bar.h"
-#include "app/widgets.h"
-#include "app/window.h"
+#include "base/config.h"
 #include "files/file_list.h"
 #include "files/transfer.h"
+#include "widgets/line_edit.h"
+#include "widgets/menu_bar.h"
+#include "widgets/title.h"
+#include "widgets/widgets.h"
+#include "window/input.h"
+#include "window/window.h"
 
 #include <algorithm>
 #include <array>
@@ -181,6 +182,7 @@ void show_where_it_went(FileScreen& state, Transfer direction) {
 void run_transfer(FileScreen& state, Transfer direction) {
     const std::string name = state.field(Field::file).text();
     const TransferReport report = transfer(direction, name);
+    show_title();
     if (report.unknown_format && state.mode == file_screen_mode::pictures) {
         state.result = (direction == Transfer::load ? "L:" : "S:") + name;
         state.leave = true;

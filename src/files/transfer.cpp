@@ -1,13 +1,13 @@
 #include "files/transfer.h"
 
-#include "app/config.h"
-#include "app/shell.h"
-#include "app/text.h"
-#include "dash/bitmap_file.h"
-#include "formats/file_io.h"
+#include "base/config.h"
+#include "base/file_io.h"
+#include "base/file_status.h"
+#include "base/shell.h"
+#include "base/text.h"
+#include "formats/bitmap_file.h"
 #include "formats/parameter_file.h"
 #include "formats/shape_file.h"
-#include "model/file_status.h"
 
 #include <algorithm>
 #include <filesystem>

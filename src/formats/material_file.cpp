@@ -1,9 +1,9 @@
 #include "formats/material_file.h"
 
-#include "app/config.h"
-#include "app/text.h"
-#include "formats/byte_reader.h"
-#include "formats/file_io.h"
+#include "base/byte_reader.h"
+#include "base/config.h"
+#include "base/file_io.h"
+#include "base/text.h"
 
 #include <algorithm>
 #include <string>

@@ -1,7 +1,7 @@
 // The material table "material.dat" and the paint-job colour schemes "pjobs.cfg".
 #pragma once
 
-#include "formats/byte_writer.h"
+#include "base/byte_writer.h"
 #include "model/colours.h"
 
 #include <array>

@@ -1,8 +1,8 @@
 #include "formats/palette_file.h"
 
-#include "app/config.h"
-#include "formats/byte_reader.h"
-#include "formats/file_io.h"
+#include "base/byte_reader.h"
+#include "base/config.h"
+#include "base/file_io.h"
 #include "model/colours.h"
 
 namespace {

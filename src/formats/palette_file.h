@@ -1,7 +1,7 @@
 // The game's palette file "vortag.col": 256 little-endian words 0xAARRGGBB, entry 0 first.
 #pragma once
 
-#include "formats/byte_writer.h"
+#include "base/byte_writer.h"
 
 #include <array>
 #include <cstdint>

@@ -1,12 +1,10 @@
 #include "formats/parameter_file.h"
 
-#include "app/version.h"
-#include "app/window.h"
-#include "formats/byte_reader.h"
-#include "formats/file_io.h"
+#include "base/byte_reader.h"
+#include "base/file_io.h"
+#include "base/file_status.h"
 #include "formats/resource_archive.h"
-#include "model/file_status.h"
-#include "params/parameter_table.h"
+#include "model/power_gear.h"
 
 #include <utility>
 
@@ -48,11 +46,6 @@ void keep(ParameterFile car) {
     CARSIGNNAME = std::move(car.sign_name);
     CARINFO = std::move(car.information);
 }
-
-std::string title_for(const std::string& car_name) {
-    const std::string title(program_title);
-    return car_name.empty() ? title : title + " - " + car_name;
-}
 } // namespace
 
 bool decode_parameter_file(std::span<const std::byte> file, ParameterFile& car) {
@@ -76,7 +69,7 @@ void LOADRES(const std::string& filename) {
     if (!decode_parameter_file(*file, car)) report_file(file_status::cut_to_fit);
     keep(std::move(car));
     UPDATEPG(false);
-    set_window_title(title_for(CARNAME));
+    TITLENAME = CARNAME;
 }
 
 void SAVERES(const std::string& filename) { save_and_report(filename, encode_parameter_file(current_car())); }

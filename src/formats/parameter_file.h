@@ -2,7 +2,7 @@
 // by a zero byte).
 #pragma once
 
-#include "formats/byte_writer.h"
+#include "base/byte_writer.h"
 #include "model/parameters.h"
 
 #include <array>

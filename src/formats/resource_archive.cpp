@@ -1,6 +1,6 @@
 #include "formats/resource_archive.h"
 
-#include "formats/byte_reader.h"
+#include "base/byte_reader.h"
 
 #include <algorithm>
 

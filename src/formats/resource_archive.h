@@ -9,7 +9,7 @@
 // No lengths are stored: each reader knows how much it takes.
 #pragma once
 
-#include "formats/byte_writer.h"
+#include "base/byte_writer.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,9 +1,9 @@
 #include "formats/shape_file.h"
 
-#include "formats/byte_reader.h"
-#include "formats/file_io.h"
+#include "base/byte_reader.h"
+#include "base/file_io.h"
+#include "base/file_status.h"
 #include "formats/resource_archive.h"
-#include "model/file_status.h"
 
 #include <algorithm>
 #include <cmath>

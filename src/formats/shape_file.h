@@ -2,7 +2,7 @@
 // "exp3".
 #pragma once
 
-#include "formats/byte_writer.h"
+#include "base/byte_writer.h"
 #include "model/car.h"
 
 #include <array>

@@ -1,8 +1,8 @@
 // The dashboard bitmaps: the table BITMAP with its fill count, the look-up by id, the mask pairs and the previews.
 #pragma once
 
-#include "app/image.h"
-#include "model/table.h"
+#include "base/table.h"
+#include "image/image.h"
 
 #include <array>
 #include <cstddef>

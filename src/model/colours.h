@@ -1,7 +1,7 @@
 // The colour tables: the game's palette, the materials, the paint-job colour schemes. Colours are 0xAARRGGBB.
 #pragma once
 
-#include "model/table.h"
+#include "base/table.h"
 
 #include <array>
 #include <cstdint>

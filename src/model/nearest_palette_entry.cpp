@@ -2,7 +2,7 @@
 // farther from it than some entry is at its worst, and of these only the ones that no other one beats everywhere in the
 // cell. Their list is made when the first colour of the cell is asked for. A picture's colours lie in few cells, so
 // that a whole import makes a few hundred lists of about five entries and scans those.
-#include "app/image.h"
+#include "image/image.h"
 #include "model/colours.h"
 
 #include <algorithm>

@@ -4,6 +4,7 @@ std::array<std::byte, parameter_bytes> PAR{};
 std::string CARNAME;
 std::string CARSIGNNAME;
 std::string CARINFO;
+std::string TITLENAME;
 
 namespace {
 bool inside(int offset, int width) { return offset >= 0 && offset <= static_cast<int>(parameter_bytes) - width; }
@@ -33,4 +34,5 @@ void reset_parameters() {
     CARNAME.clear();
     CARSIGNNAME.clear();
     CARINFO.clear();
+    TITLENAME.clear();
 }

@@ -15,6 +15,7 @@ extern std::array<std::byte, parameter_bytes> PAR;
 extern std::string CARNAME;     // "gnam": the car's full name
 extern std::string CARSIGNNAME; // "gsna": the short name on the sign
 extern std::string CARINFO;     // "edes": the description, every line ended by "]"
+extern std::string TITLENAME;   // CARNAME as the last load of a parameter file left it: the window's title names it
 
 // Byte offsets in PAR of what has a name outside the table of edit targets. Points are two bytes or two words, x first.
 namespace par_offset {

@@ -1,10 +1,10 @@
 #include "params/parameter_screen.h"
 
-#include "app/menu_bar.h"
-#include "app/widgets.h"
-#include "app/window.h"
 #include "params/specifications.h"
 #include "params/target_edit.h"
+#include "widgets/menu_bar.h"
+#include "widgets/widgets.h"
+#include "window/window.h"
 
 #include <algorithm>
 #include <array>

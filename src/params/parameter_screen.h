@@ -1,8 +1,8 @@
 // The Physical parameters screen: the edit targets in their sections, the torque graph and the description text.
 #pragma once
 
-#include "app/input.h"
 #include "params/torque_graph.h"
+#include "window/input.h"
 
 #include <cstdint>
 #include <span>

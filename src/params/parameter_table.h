@@ -1,8 +1,8 @@
 // The table of edit targets: where each editable value of the car is shown, what it is called, where it lives and which
-// values it may take; and the Powergear class that is derived from the mass.
+// values it may take.
 #pragma once
 
-#include "model/table.h"
+#include "base/table.h"
 
 #include <array>
 #include <cstdint>
@@ -22,8 +22,7 @@ struct PARAMINPUT {
     std::uint8_t type = 0;                 // see target_type
     std::string unit;
     float factor = 0;
-    std::int32_t option_value = 0; // current choice, 0 .. maximum
-    std::int32_t option_base = 0;  // TEXTOPTION index of choice 0
+    std::int32_t option_base = 0; // TEXTOPTION index of choice 0; the choice itself is POWERGEAR
 };
 
 constexpr int parameter_targets = 39; // rows 1 .. 39 are used
@@ -36,13 +35,6 @@ extern std::array<std::string, 5> TEXTOPTION;
 // Fills PTARGET and TEXTOPTION and stores a new car's defaults in PAR and the three texts. The Powergear option stays
 // 0: nothing has classified the mass yet.
 void INITPARAMTARGETS();
-
-// Powergear class (0 .. 4) of a mass, by the fractional part of 65536 / mass. Mass 0 counts as class 0.
-int powergear_class(int mass);
-
-// apply false: the Powergear option becomes the class of the current mass. apply true: the mass becomes the nearest
-// one, the heavier of two equally near, whose class is the chosen option.
-void UPDATEPG(bool apply);
 
 // The word of a type-2 target lies at the even offset at or below its offset.
 constexpr int target_word_offset(int offset) { return offset / 2 * 2; }

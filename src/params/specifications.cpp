@@ -1,10 +1,10 @@
 #include "params/specifications.h"
 
-#include "app/input.h"
-#include "app/text.h"
-#include "app/widgets.h"
-#include "app/window.h"
+#include "base/text.h"
 #include "model/parameters.h"
+#include "widgets/widgets.h"
+#include "window/input.h"
+#include "window/window.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 // The car's description text in its box of the parameter screen: nine lines of 23 characters.
 #pragma once
 
-#include "app/drawing.h"
-#include "app/edit_loop.h"
-#include "app/line_edit.h"
+#include "drawing/drawing.h"
+#include "widgets/edit_loop.h"
+#include "widgets/line_edit.h"
 
 #include <array>
 #include <cstddef>

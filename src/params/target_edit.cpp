@@ -1,9 +1,10 @@
 #include "params/target_edit.h"
 
-#include "app/input.h"
-#include "app/widgets.h"
-#include "app/window.h"
 #include "model/parameters.h"
+#include "model/power_gear.h"
+#include "widgets/widgets.h"
+#include "window/input.h"
+#include "window/window.h"
 
 #include <optional>
 #include <utility>
@@ -43,7 +44,7 @@ bool is_name(const PARAMINPUT& target) {
 std::string& name_of(const PARAMINPUT& target) { return target.type == target_type::car_name ? CARNAME : CARSIGNNAME; }
 
 std::string option_text(const PARAMINPUT& target) {
-    const long at = static_cast<long>(target.option_base) + target.minimum + target.option_value;
+    const long at = static_cast<long>(target.option_base) + target.minimum + POWERGEAR;
     return at >= 0 && at < static_cast<long>(TEXTOPTION.size()) ? TEXTOPTION[static_cast<std::size_t>(at)] : "?";
 }
 
@@ -227,7 +228,7 @@ EditEnd step_option(PARAMINPUT& target) {
         clear_value_box(target);
     }
     if (!wait_for_release()) return EditEnd::closed;
-    target.option_value = (target.option_value + 1) % (target.maximum + 1);
+    POWERGEAR = (POWERGEAR + 1) % (target.maximum + 1);
     UPDATEPG(true);
     return EditEnd::stored;
 }

@@ -1,9 +1,9 @@
 // The edit targets of the parameter table on the screen: showing their values, pointing at them, typing a new one.
 #pragma once
 
-#include "app/edit_loop.h"
-#include "app/line_edit.h"
 #include "params/parameter_table.h"
+#include "widgets/edit_loop.h"
+#include "widgets/line_edit.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #include "params/torque_graph.h"
 
-#include "app/widgets.h"
+#include "widgets/widgets.h"
 
 #include <algorithm>
 #include <array>

@@ -4,9 +4,9 @@
 // before. The markers are words of PAR. Nothing here reads the mouse or a key.
 #pragma once
 
-#include "app/drawing.h"
+#include "base/table.h"
+#include "drawing/drawing.h"
 #include "model/parameters.h"
-#include "model/table.h"
 
 #include <cstdint>
 

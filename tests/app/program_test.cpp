@@ -1,20 +1,20 @@
 #include "app/program.h"
 
-#include "app/config.h"
-#include "app/menu_bar.h"
-#include "app/play.h"
-#include "app/widgets.h"
-#include "dash/bitmap_file.h"
-#include "dash/items.h"
+#include "base/config.h"
+#include "base/file_status.h"
 #include "files/file_list.h"
+#include "formats/bitmap_file.h"
 #include "model/bitmap_table.h"
 #include "model/car.h"
 #include "model/colours.h"
-#include "model/file_status.h"
+#include "model/items.h"
 #include "model/parameters.h"
 #include "support/environment.h"
 #include "support/fresh_tables.h"
+#include "support/play.h"
 #include "support/text_file.h"
+#include "widgets/menu_bar.h"
+#include "widgets/widgets.h"
 
 #include <algorithm>
 #include <filesystem>

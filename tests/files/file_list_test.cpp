@@ -1,6 +1,6 @@
 #include "files/file_list.h"
 
-#include "app/config.h"
+#include "base/config.h"
 #include "formats/parameter_file.h"
 #include "support/text_file.h"
 

@@ -1,17 +1,17 @@
 #include "files/file_screen.h"
 
-#include "app/config.h"
-#include "app/menu_bar.h"
-#include "app/play.h"
-#include "app/widgets.h"
-#include "dash/items.h"
+#include "base/config.h"
+#include "base/file_io.h"
+#include "base/file_status.h"
 #include "files/file_list.h"
-#include "formats/file_io.h"
 #include "formats/parameter_file.h"
-#include "model/file_status.h"
-#include "params/parameter_table.h"
+#include "model/items.h"
+#include "model/new_car.h"
 #include "support/fresh_tables.h"
+#include "support/play.h"
 #include "support/text_file.h"
+#include "widgets/menu_bar.h"
+#include "widgets/widgets.h"
 
 #include <filesystem>
 
@@ -32,7 +32,7 @@ protected:
         reset_car_tables();
         reset_menu_bar();
         reset_widgets();
-        INITPARAMTARGETS();
+        new_car();
         INITDASHITEMS();
         WORKDIR = directory.path() + "/";
     }

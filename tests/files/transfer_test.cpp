@@ -1,11 +1,11 @@
 #include "files/transfer.h"
 
-#include "app/config.h"
-#include "app/text.h"
-#include "dash/items.h"
+#include "base/config.h"
+#include "base/file_status.h"
+#include "base/text.h"
 #include "formats/parameter_file.h"
-#include "model/file_status.h"
-#include "params/parameter_table.h"
+#include "model/items.h"
+#include "model/new_car.h"
 #include "support/fresh_tables.h"
 #include "support/text_file.h"
 
@@ -25,7 +25,7 @@ protected:
 
     void SetUp() override {
         reset_car_tables();
-        INITPARAMTARGETS();
+        new_car();
         INITDASHITEMS();
         WORKDIR = directory.path() + "/";
     }

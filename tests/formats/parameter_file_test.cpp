@@ -1,4 +1,6 @@
 #include "formats/parameter_file.h"
+#include "model/new_car.h"
+#include "model/power_gear.h"
 
 #include "formats/resource_archive.h"
 #include "support/clean_car.h"
@@ -68,7 +70,7 @@ std::string every_byte_but_zero() {
 
 class ParameterFiles : public CleanCar {
 protected:
-    ParameterFiles() { INITPARAMTARGETS(); }
+    ParameterFiles() { new_car(); }
 };
 } // namespace
 
@@ -222,10 +224,10 @@ TEST_F(ParameterFiles, SavingDiscardsALongerFile) {
     EXPECT_EQ(get_file(directory / "file.res"), encode_parameter_file(small_car()));
 }
 
-TEST_F(ParameterFiles, LoadingShowsTheNameInTheTitle) {
+TEST_F(ParameterFiles, LoadingNamesTheCarInTheTitle) {
     put_file(directory / "file.res", encode_parameter_file(small_car()));
     LOADRES(directory / "file.res");
-    EXPECT_EQ(window_title(), "Karosmit 1.0.4 - Ard");
+    EXPECT_EQ(TITLENAME, "Ard");
 }
 
 TEST_F(ParameterFiles, LoadingATextThatIsTooLongIsReported) {
@@ -235,7 +237,7 @@ TEST_F(ParameterFiles, LoadingATextThatIsTooLongIsReported) {
     LOADRES(directory / "file.res");
     EXPECT_FAILURE(file_status::cut_to_fit, "Too large, cut to fit");
     EXPECT_EQ(CARINFO, std::string(1023, 'i'));
-    EXPECT_EQ(window_title(), "Karosmit 1.0.4 - Ard");
+    EXPECT_EQ(TITLENAME, "Ard");
 }
 
 TEST_F(ParameterFiles, SavesAndLoadsUnderAnyName) {
@@ -250,13 +252,13 @@ TEST_F(ParameterFiles, SavesAndLoadsUnderAnyName) {
     EXPECT_EQ(globals(), small_car());
 }
 
-TEST_F(ParameterFiles, LoadingACarWithoutNameShowsNoDash) {
+TEST_F(ParameterFiles, LoadingACarWithoutNameNamesNoneInTheTitle) {
     ParameterFile car = small_car();
     car.name.clear();
     put_file(directory / "file.res", encode_parameter_file(car));
     LOADRES(directory / "file.res");
     EXPECT_EQ(CARNAME, "");
-    EXPECT_EQ(window_title(), "Karosmit 1.0.4");
+    EXPECT_EQ(TITLENAME, "");
 }
 
 TEST_F(ParameterFiles, LoadingClassifiesTheMass) {
@@ -265,23 +267,23 @@ TEST_F(ParameterFiles, LoadingClassifiesTheMass) {
         set_par_word(par_offset::mass, mass);
         SAVERES(directory / "file.res");
         set_par_word(par_offset::mass, 1);
-        PTARGET[powergear_row].option_value = -1;
+        POWERGEAR = -1;
         LOADRES(directory / "file.res");
-        EXPECT_EQ(PTARGET[powergear_row].option_value, powergear_class(mass));
+        EXPECT_EQ(POWERGEAR, powergear_class(mass));
         EXPECT_EQ(par_word(par_offset::mass), mass);
     }
 }
 
 TEST_F(ParameterFiles, NoFileIsReportedAndChangesNothing) {
     set_globals(earlier_car());
-    set_window_title("as it was");
+    TITLENAME = "as it was";
     for (const std::string& name : names_of_no_file()) {
         reset_file_status();
         LOADRES(name);
         EXPECT_EQ(FILE_FILE, name);
         EXPECT_FAILURE(file_status::not_found, "File not found");
         EXPECT_EQ(globals(), earlier_car());
-        EXPECT_EQ(window_title(), "as it was");
+        EXPECT_EQ(TITLENAME, "as it was");
     }
     EXPECT_TRUE(not_found_when_unreadable(encode_parameter_file(small_car()), LOADRES));
 }
@@ -292,7 +294,7 @@ TEST_F(ParameterFiles, EmptyFileLoadsAndChangesNothingButTheTitle) {
     LOADRES(directory / "file.res");
     EXPECT_SUCCESS();
     EXPECT_EQ(globals(), earlier_car());
-    EXPECT_EQ(window_title(), "Karosmit 1.0.4 - earlier name");
+    EXPECT_EQ(TITLENAME, "earlier name");
 }
 
 TEST_F(ParameterFiles, SavingWhereNoFileCanBeIsAnInvalidName) {

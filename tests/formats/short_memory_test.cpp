@@ -1,7 +1,7 @@
 // Files for which there is no memory.
-#include "formats/file_io.h"
-#include "formats/tga.h"
-#include "formats/tga_words.h"
+#include "base/file_io.h"
+#include "image/tga.h"
+#include "image/tga_words.h"
 #include "support/child_process.h"
 #include "support/temporary_directory.h"
 

@@ -1,5 +1,5 @@
 // The nearest palette entry: the definition, and the quick way held against it.
-#include "app/image.h"
+#include "image/image.h"
 #include "model/colours.h"
 
 #include <gtest/gtest.h>

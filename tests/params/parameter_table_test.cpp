@@ -1,3 +1,4 @@
+#include "model/power_gear.h"
 #include "params/parameter_table.h"
 
 #include "model/parameters.h"
@@ -18,7 +19,7 @@ protected:
     static int mass() { return par_word(2); }
     static int mass_after_choosing(int option, int mass_before) {
         set_par_word(2, static_cast<std::uint16_t>(mass_before));
-        PTARGET[powergear_row].option_value = option;
+        POWERGEAR = option;
         UPDATEPG(true);
         return mass();
     }
@@ -113,7 +114,6 @@ TEST_F(ParameterTable, HasEveryRow) { // ODDITY third-ratio-label
         EXPECT_EQ(target.type, expected.type);
         EXPECT_EQ(target.unit, expected.row == 1 ? "kg" : "");
         EXPECT_EQ(target.factor, expected.row == 1 ? 43.7F : 0.0F);
-        EXPECT_EQ(target.option_value, 0);
         EXPECT_EQ(target.option_base, 0);
     }
 }
@@ -153,13 +153,13 @@ TEST_F(ParameterTable, AWordLiesAtTheEvenOffset) {
 }
 
 TEST_F(ParameterTable, AFreshStartHasClassifiedNothing) { // ODDITY powergear-unclassified-at-start
-    EXPECT_EQ(TEXTOPTION[static_cast<std::size_t>(PTARGET[powergear_row].option_value)], "Flexible");
+    EXPECT_EQ(TEXTOPTION[static_cast<std::size_t>(POWERGEAR)], "Flexible");
     EXPECT_EQ(powergear_class(mass()), 3);
 }
 
 TEST_F(ParameterTable, ClassifiesTheMassOfANewCarAsNone) {
     UPDATEPG(false);
-    EXPECT_EQ(PTARGET[powergear_row].option_value, 3);
+    EXPECT_EQ(POWERGEAR, 3);
     EXPECT_EQ(mass(), 20);
 }
 
@@ -184,9 +184,9 @@ TEST_F(ParameterTable, EveryMassIsOfTheClassThatWholeNumbersGive) {
 
 TEST_F(ParameterTable, NoMassIsOfClassZero) {
     set_par_word(2, 0);
-    PTARGET[powergear_row].option_value = 2;
+    POWERGEAR = 2;
     UPDATEPG(false);
-    EXPECT_EQ(PTARGET[powergear_row].option_value, 0);
+    EXPECT_EQ(POWERGEAR, 0);
 }
 
 TEST_F(ParameterTable, BugFreeFromMass20Is16) { EXPECT_EQ(mass_after_choosing(4, 20), 16); }

@@ -1,13 +1,13 @@
 // A new car on a black screen with a scripted window, and words about the parameter screen.
 #pragma once
 
-#include "app/menu_bar.h"
-#include "app/play.h"
-#include "app/widgets.h"
 #include "model/parameters.h"
 #include "params/parameter_table.h"
 #include "params/target_edit.h"
 #include "params/torque_graph.h"
+#include "support/play.h"
+#include "widgets/menu_bar.h"
+#include "widgets/widgets.h"
 
 class ParameterTest : public ScriptedTest {
 protected:

@@ -1,3 +1,4 @@
+#include "model/power_gear.h"
 #include "params/target_edit.h"
 
 #include "params/parameter_test.h"
@@ -39,7 +40,7 @@ TEST_F(TargetTest, ShowsEveryKindOfValue) {
     EXPECT_EQ(target_text(PTARGET[mass_row]), "65535");
     EXPECT_EQ(target_text(PTARGET[gears_row]), "255");
     for (int option = 0; option <= 4; ++option) {
-        PTARGET[powergear_row].option_value = option;
+        POWERGEAR = option;
         EXPECT_EQ(target_text(PTARGET[powergear_row]), TEXTOPTION[static_cast<std::size_t>(option)]);
     }
 }
@@ -352,15 +353,15 @@ TEST_F(TargetTest, EscapeAClickAndTheCloseRequestStoreNothing) {
     edit(mass_row, {typed("5"), close_window()});
     EXPECT_EQ(par_word(2), 20);
     EXPECT_TRUE(close_requested());
-    EXPECT_EQ(PTARGET[powergear_row].option_value, 0); // nothing was classified
+    EXPECT_EQ(POWERGEAR, 0); // nothing was classified
 }
 
 TEST_F(TargetTest, TheMassThatIsTypedIsClassified) {
     edit(mass_row, {key_press(Key::backspace), key_press(Key::backspace), typed("1024"), key_press(Key::enter)});
     EXPECT_EQ(par_word(2), 1024);
-    EXPECT_EQ(PTARGET[powergear_row].option_value, 4);
+    EXPECT_EQ(POWERGEAR, 4);
     edit(brakes_row, {typed("1"), key_press(Key::enter)});
-    EXPECT_EQ(PTARGET[powergear_row].option_value, 4);
+    EXPECT_EQ(POWERGEAR, 4);
 }
 
 TEST_F(TargetTest, DrawsTheEntry) {
@@ -393,12 +394,12 @@ TEST_F(TargetTest, EntryBoxesAreAsWideAsTheirLimit) {
 
 TEST_F(TargetTest, PowergearStepsOnAndMovesTheMass) {
     UPDATEPG(false);
-    ASSERT_EQ(PTARGET[powergear_row].option_value, 3);
+    ASSERT_EQ(POWERGEAR, 3);
     EDITTARGET(powergear_row);
-    EXPECT_EQ(PTARGET[powergear_row].option_value, 4);
+    EXPECT_EQ(POWERGEAR, 4);
     EXPECT_EQ(par_word(2), 16);
     EDITTARGET(powergear_row); // round to the first
-    EXPECT_EQ(PTARGET[powergear_row].option_value, 0);
+    EXPECT_EQ(POWERGEAR, 0);
     EXPECT_EQ(powergear_class(par_word(2)), 0);
 }
 
@@ -421,7 +422,7 @@ TEST_F(TargetTest, TheCloseRequestCancelsThePowergearStep) {
     UPDATEPG(false);
     put_mouse(row_x(powergear_row), row_y(powergear_row), 1);
     play({close_window()}, [] { EDITTARGET(powergear_row); });
-    EXPECT_EQ(PTARGET[powergear_row].option_value, 3);
+    EXPECT_EQ(POWERGEAR, 3);
     EXPECT_EQ(par_word(2), 20);
     EXPECT_TRUE(close_requested());
 }

@@ -1,9 +1,9 @@
 // A test of the whole program: on a display of its own, in an empty folder of its own.
 #pragma once
 
-#include "app/widgets.h"
 #include "program/real_window.h"
 #include "program/virtual_display.h"
+#include "widgets/widgets.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

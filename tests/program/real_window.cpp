@@ -1,6 +1,6 @@
 #include "program/real_window.h"
 
-#include "app/drawing.h"
+#include "drawing/drawing.h"
 
 #include <X11/XKBlib.h>
 #include <X11/Xatom.h>

@@ -1,7 +1,7 @@
 // File bytes built by hand.
 #pragma once
 
-#include "formats/byte_writer.h"
+#include "base/byte_writer.h"
 
 #include <algorithm>
 #include <cstddef>

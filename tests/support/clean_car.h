@@ -1,8 +1,6 @@
 // Every test of a car file begins with the tables of a program that has just been started, and a directory of its own.
 #pragma once
 
-#include "app/window.h"
-#include "params/parameter_table.h"
 #include "support/bytes.h"
 #include "support/child_process.h"
 #include "support/fresh_tables.h"
@@ -15,7 +13,6 @@ class CleanCar : public testing::Test {
 protected:
     CleanCar() {
         reset_car_tables();
-        set_window_title("");
         FILE_ERROR = "an earlier failure";
     }
 

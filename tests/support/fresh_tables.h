@@ -1,11 +1,11 @@
 // The car's tables, the file status and the configuration as a program has them before it reads anything.
 #pragma once
 
-#include "app/config.h"
+#include "base/config.h"
+#include "base/file_status.h"
 #include "model/bitmap_table.h"
 #include "model/car.h"
 #include "model/colours.h"
-#include "model/file_status.h"
 #include "model/parameters.h"
 
 inline void reset_car_tables() {

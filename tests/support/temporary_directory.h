@@ -1,7 +1,7 @@
 // A directory of a test's own, removed with all that is in it.
 #pragma once
 
-#include "formats/byte_writer.h"
+#include "base/byte_writer.h"
 
 #include <algorithm>
 #include <cstdlib>

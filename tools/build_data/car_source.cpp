@@ -1,6 +1,6 @@
 #include "car_source.h"
 
-#include "app/text.h"
+#include "base/text.h"
 #include "model/car.h"
 #include "model/parameters.h"
 #include "params/parameter_table.h"

@@ -1,6 +1,6 @@
 #include "cockpit.h"
 
-#include "dash/bitmap_file.h"
+#include "formats/bitmap_file.h"
 #include "formats/resource_archive.h"
 #include "model/colours.h"
 #include "model/parameters.h"

@@ -1,7 +1,7 @@
 // A cockpit's sources: the bitmaps of both dashboard files with their layout, and the gauge data of the parameters.
 #pragma once
 
-#include "formats/byte_writer.h"
+#include "base/byte_writer.h"
 #include "model/bitmap_table.h"
 
 #include <filesystem>

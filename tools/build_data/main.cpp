@@ -7,15 +7,15 @@
 #include "cockpit.h"
 #include "source.h"
 
-#include "app/drawing.h"
-#include "dash/bitmap_file.h"
-#include "formats/file_io.h"
+#include "base/file_io.h"
+#include "base/file_status.h"
+#include "drawing/drawing.h"
+#include "formats/bitmap_file.h"
 #include "formats/material_file.h"
 #include "formats/palette_file.h"
 #include "formats/parameter_file.h"
 #include "formats/shape_file.h"
-#include "formats/tga.h"
-#include "model/file_status.h"
+#include "image/tga.h"
 #include "params/parameter_table.h"
 
 #include <cstdio>

@@ -1,6 +1,6 @@
 #include "source.h"
 
-#include "app/text.h"
+#include "base/text.h"
 
 #include <charconv>
 #include <fstream>

@@ -1,7 +1,7 @@
 // Reading the editable sources: text tables of blank-separated fields, and pictures.
 #pragma once
 
-#include "app/image.h"
+#include "image/image.h"
 
 #include <filesystem>
 #include <stdexcept>

@@ -1,0 +1,113 @@
+#include "base/config.h"
+
+#include "base/byte_reader.h"
+#include "base/file_io.h"
+#include "base/text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+std::string PROGDIR;
+std::string WORKDIR;
+OneBased<std::string, max_config_entries> CONFIG_ID;
+OneBased<std::string, max_config_entries> CONFIG_VALUE;
+std::int16_t CONFIGS = 0;
+
+namespace {
+
+const std::string config_name = "karosmit.cfg";
+
+// An unset variable counts as the empty text, so that the candidate made from it begins at the root.
+std::string environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+// The places where the configuration may lie, the preferred one first.
+std::array<std::string, 5> candidate_directories(const std::string& invocation_path) {
+    const std::string home = environment("HOME");
+    const std::string beside = program_directory(invocation_path);
+    return {home + "/karosmit/", environment("APPDATA") + "/karosmit/", home + "/.karosmit/", current_directory() + "/",
+            beside.empty() ? "./" : beside};
+}
+
+// The person changes directory while the program runs, so a place named relative to where it started is made absolute.
+std::string absolute(const std::string& directory) {
+    return directory.starts_with('/') ? directory : current_directory() + "/" + directory;
+}
+
+void store_entries(const std::vector<std::pair<std::string, std::string>>& entries) {
+    CONFIGS = 0;
+    for (const auto& [key, value] : entries) {
+        ++CONFIGS;
+        CONFIG_ID[CONFIGS] = key;
+        CONFIG_VALUE[CONFIGS] = value;
+    }
+}
+
+} // namespace
+
+std::string program_directory(const std::string& invocation_path) {
+    return invocation_path.substr(0, invocation_path.rfind('/') + 1);
+}
+
+std::vector<std::pair<std::string, std::string>> decode_config(std::string_view text) {
+    std::vector<std::pair<std::string, std::string>> entries;
+    std::string_view line;
+    // ODDITY config-stops-at-101 (kept): the 101st entry ends the reading; no entry of that number ever exists.
+    while (entries.size() < max_config_entries && next_line(text, line)) {
+        line = trimmed(line);
+        if (line.empty() || line[0] == ';' || line[0] == '#') continue;
+        const std::size_t equals = line.find('=');
+        if (equals == std::string_view::npos) continue;
+        entries.emplace_back(without_trailing_blanks(line.substr(0, equals)),
+                             without_leading_blanks(line.substr(equals + 1)));
+    }
+    return entries;
+}
+
+void LOADCONFIG(const std::string& invocation_path) {
+    PROGDIR = program_directory(invocation_path);
+    WORKDIR = current_directory() + "/";
+    store_entries({});
+    const auto candidates = candidate_directories(invocation_path);
+    const auto found = std::ranges::find_if(
+        candidates, [](const std::string& directory) { return file_exists(directory + config_name); });
+    if (found == candidates.end()) return;
+    WORKDIR = absolute(*found);
+    if (const auto file = read_file(WORKDIR + config_name, largest_text))
+        store_entries(decode_config(ByteReader(*file).text_view()));
+}
+
+std::string CONFIG(std::string_view key) {
+    const std::string wanted = lower_case(key);
+    for (int i = 1; i <= CONFIGS; ++i) {
+        if (lower_case(CONFIG_ID[i]) == wanted) return CONFIG_VALUE[i];
+    }
+    return {};
+}
+
+std::string current_directory() {
+    std::error_code error;
+    const auto path = std::filesystem::current_path(error);
+    return error ? "." : path.string();
+}
+
+bool change_directory(const std::string& path) {
+    std::error_code error;
+    std::filesystem::current_path(path, error);
+    return !error;
+}
+
+void reset_config() {
+    PROGDIR.clear();
+    WORKDIR.clear();
+    for (std::string& id : CONFIG_ID)
+        id.clear();
+    for (std::string& value : CONFIG_VALUE)
+        value.clear();
+    CONFIGS = 0;
+}

@@ -1,0 +1,45 @@
+// Whole files in and out.
+#pragma once
+
+#include "base/byte_writer.h"
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+
+// The most that is read of any file but a picture. The largest are archives: 100 bitmaps of a whole canvas are 6.4
+// million bytes, the tables of 65,535 entries half a million.
+constexpr std::size_t largest_file = std::size_t{16} << 20;
+// The most that is read of a text: the configuration, the colour schemes.
+constexpr std::size_t largest_text = std::size_t{2} << 20;
+
+// The bytes of a regular file (or what a link to one leads to), at most `limit` of them. Nothing when it does not
+// exist, cannot be opened, has no room in memory, or is a directory, a pipe or a device; those are never opened. As
+// much memory is taken as the file is long, also when most of it is a hole: the limit is what bounds it.
+std::optional<Bytes> read_file(const std::string& path, std::size_t limit = largest_file);
+// The same, but throws std::bad_alloc when there is no room in memory.
+std::optional<Bytes> read_file_or_throw(const std::string& path, std::size_t limit);
+
+// Whether read_file would find a regular file there.
+bool file_exists(const std::string& path);
+
+enum class SaveOutcome {
+    saved,
+    cannot_create, // nothing can be written under this name
+    write_failed,  // it could be begun but not finished: full disk, I/O error
+};
+
+// Writes a file so that the name stands, at every moment, for the whole old content or the whole new one: the bytes go
+// to an unnamed file in the same directory, are flushed, and take the name over in one step. The mode of an old file is
+// kept where the file system knows modes, a symbolic link is followed and stays a link. Anything but `saved` leaves
+// what was there untouched. A file system without unnamed files gets a named one, ".karosmit-save-" with the number of
+// the process and of the call; a program that is killed in between may leave it behind.
+SaveOutcome save_file(const std::string& path, std::span<const std::byte> content);
+
+// The same, reported in the file-status record: begins with the name, ends with success, "Invalid file name" or "Write
+// error".
+void save_and_report(const std::string& path, std::span<const std::byte> content);
+// read_file, reported in the file-status record: begins with the name; "File not found" when there is
+// nothing, "Too large, cut to fit" when it is longer than largest_file.
+std::optional<Bytes> load_and_report(const std::string& path);

@@ -1,0 +1,58 @@
+#include "widgets/line_edit.h"
+
+#include "window/input.h"
+
+#include <algorithm>
+#include <utility>
+
+LineEdit::LineEdit(std::size_t limit, std::string text, Typing typing, FullField full)
+    : limit_(limit), text_(std::move(text)), typing_(typing), full_(full) {}
+
+void LineEdit::set_text(std::string text) {
+    text_ = std::move(text);
+    move_caret(caret_);
+}
+
+void LineEdit::move_caret(std::size_t caret) { caret_ = std::min(caret, text_.size()); }
+
+void LineEdit::caret_to_end() { caret_ = text_.size(); }
+
+bool LineEdit::handle_key(const std::string& key) {
+    if (key == key::left) return caret_ > 0 && step_caret(caret_ - 1);
+    if (key == key::right) return step_caret(caret_ + 1);
+    if (key == key::home) return step_caret(0);
+    if (key == key::end) return step_caret(text_.size());
+    if (key == key::backspace) return backspace();
+    if (key == key::delete_) return erase(caret_);
+    return accepts(key) && insert(key[0]);
+}
+
+bool LineEdit::accepts(const std::string& key) const {
+    if (typing_ == Typing::digits) return key.size() == 1 && key[0] >= '0' && key[0] <= '9';
+    return key::printable(key);
+}
+
+bool LineEdit::insert(char character) {
+    if (text_.size() >= limit_ && (full_ == FullField::refuses || caret_ >= limit_)) return false;
+    text_.insert(caret_, 1, character);
+    if (full_ == FullField::pushes_out && text_.size() > limit_) text_.pop_back();
+    return step_caret(caret_ + 1);
+}
+
+bool LineEdit::step_caret(std::size_t caret) {
+    const std::size_t before = caret_;
+    move_caret(caret);
+    return caret_ != before;
+}
+
+bool LineEdit::erase(std::size_t at) {
+    if (at >= text_.size()) return false;
+    text_.erase(at, 1);
+    return true;
+}
+
+bool LineEdit::backspace() {
+    if (caret_ == 0) return false;
+    --caret_;
+    return erase(caret_);
+}
