@@ -6,7 +6,9 @@
 #include "formats/parameter_file.h"
 #include "formats/resource_archive.h"
 #include "formats/shape_file.h"
+#include "model/document.h"
 #include "model/items.h"
+#include "model/preview.h"
 
 #include <cstdio>
 #include <memory>
@@ -109,7 +111,6 @@ std::size_t decode_both(const CarSet& set) {
 
 void paint_all_previews() {
     for (int i = 1; i <= BITMAPS; ++i) {
-        forget_previews(BITMAP[i]);
         preview(BITMAP[i], 2);
         preview(BITMAP[i], 3);
     }
@@ -151,7 +152,7 @@ int main() {
     const Comparison whole = compare(
         rounds, [&] { load(set); }, copy_all);
     std::printf("four files, %zu bytes (checksum %016llx, %d bitmaps, %d vertices)\n", set.size(),
-                static_cast<unsigned long long>(sum), int{BITMAPS}, int{CAR[0].nverts});
+                static_cast<unsigned long long>(sum), int{BITMAPS}, int{CAR[0]->nverts});
     std::printf("copy with checksum  %9.1f us\n", 1e3 * whole.theirs);
     std::printf("load                %9.1f us   ratio %.2f\n", 1e3 * whole.ours, 1 / whole.ratio);
     const auto share = [&](const char* part, auto&& work) {

@@ -1,7 +1,9 @@
 #include "expect.h"
+#include "model/document.h"
 
 #include "formats/bitmap_file.h"
 #include "model/items.h"
+#include "model/preview.h"
 
 #include <algorithm>
 
@@ -15,7 +17,7 @@ std::size_t check_decoded(const BitmapFile& file) {
     for (const BitmapRecord& bitmap : file.bitmaps) {
         expect(bitmap.name.size() == 4, "ids are four characters");
         expect(has_pixel_buffer(bitmap), "every bitmap has its pixels");
-        pixels += bitmap.pixels.size();
+        pixels += bitmap.pixels->size();
     }
     expect(pixels <= max_bitmap_pixels, "memory is bounded");
     return pixels;
@@ -27,7 +29,7 @@ void check_table() {
     for (int i = 1; i <= BITMAPS; ++i) {
         expect(RBM(BITMAP[i].name) == i, "every id is there once");
         expect(has_pixel_buffer(BITMAP[i]), "every entry has its pixels");
-        const bool narrow = BITMAP[i].width < 10000 && BITMAP[i].height < 10000 && !BITMAP[i].pixels.empty();
+        const bool narrow = BITMAP[i].width < 10000 && BITMAP[i].height < 10000 && !BITMAP[i].pixels->empty();
         expect(!narrow || (preview(BITMAP[i], 2) && preview(BITMAP[i], 3)), "every entry can be shown");
     }
     for (const DashItem& item : DASHITEM)

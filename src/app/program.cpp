@@ -1,4 +1,6 @@
 #include "app/program.h"
+#include "model/document.h"
+#include "model/preview.h"
 
 #include "base/config.h"
 #include "base/random.h"
@@ -18,8 +20,6 @@
 #include "widgets/widgets.h"
 #include "window/input.h"
 #include "window/window.h"
-
-#include <vector>
 
 namespace {
 
@@ -72,8 +72,7 @@ void run_screens() {
 
 void shut_down() {
     MENUIMG.reset();
-    for (int i = 1; i <= BITMAPS; ++i) {
-        std::vector<std::uint8_t>().swap(BITMAP[i].pixels);
-        forget_previews(BITMAP[i]);
-    }
+    for (int i = 1; i <= BITMAPS; ++i)
+        BITMAP[i].pixels = {};
+    forget_previews();
 }

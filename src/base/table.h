@@ -21,6 +21,8 @@ public:
     T& operator[](long index) { return entries_[checked(index)]; }
     const T& operator[](long index) const { return entries_[checked(index)]; }
 
+    bool operator==(const Table&) const = default;
+
     auto begin() { return entries_.begin(); }
     auto end() { return entries_.end(); }
     auto begin() const { return entries_.begin(); }

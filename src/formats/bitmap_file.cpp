@@ -1,4 +1,5 @@
 #include "formats/bitmap_file.h"
+#include "model/document.h"
 
 #include "base/byte_reader.h"
 #include "base/file_io.h"
@@ -32,8 +33,8 @@ bool belongs_to(const BitmapRecord& bitmap, BitmapSet set) {
 bool has_room_for(const BitmapRecord& bitmap) {
     const int old = RBM(bitmap.name);
     if (old == 0 && BITMAPS == max_bitmaps) return false;
-    const std::size_t freed = old == 0 ? 0 : BITMAP[old].pixels.size();
-    return bitmap_pixels() - freed + bitmap.pixels.size() <= max_bitmap_pixels;
+    const std::size_t freed = old == 0 ? 0 : BITMAP[old].pixels->size();
+    return bitmap_pixels() - freed + bitmap.pixels->size() <= max_bitmap_pixels;
 }
 
 // ODDITY swap-with-last (kept): the bitmap that is replaced gives its place to the last one, the new one goes to the
@@ -60,8 +61,9 @@ BitmapFile decode_bitmap_file(std::span<const std::byte> file) {
             continue;
         }
         room -= area(bitmap);
-        bitmap.pixels.resize(area(bitmap));
-        reader.bytes(bitmap.pixels);
+        Pixels pixels(area(bitmap));
+        reader.bytes(pixels);
+        bitmap.pixels = std::move(pixels);
         result.bitmaps.push_back(std::move(bitmap));
     }
     return result;
@@ -76,7 +78,7 @@ Bytes encode_bitmap(const BitmapRecord& bitmap) {
     writer.u16(static_cast<std::uint16_t>(bitmap.relative_x));
     writer.u16(static_cast<std::uint16_t>(bitmap.relative_y));
     writer.bytes(std::span<const std::uint8_t>(bitmap.flags));
-    writer.bytes(std::span<const std::uint8_t>(bitmap.pixels));
+    writer.bytes(std::span<const std::uint8_t>(*bitmap.pixels));
     return writer.take();
 }
 

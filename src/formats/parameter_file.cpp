@@ -1,4 +1,5 @@
 #include "formats/parameter_file.h"
+#include "model/document.h"
 
 #include "base/byte_reader.h"
 #include "base/file_io.h"

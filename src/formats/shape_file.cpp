@@ -1,4 +1,5 @@
 #include "formats/shape_file.h"
+#include "model/document.h"
 
 #include "base/byte_reader.h"
 #include "base/file_io.h"
@@ -158,7 +159,7 @@ std::size_t materials_written(const ShapeFile& shapes) {
 }
 
 // The table's record of the k-th model of the file.
-SHAPEMODEL& table_model(int model) {
+Shared<SHAPEMODEL>& table_model(int model) {
     const auto k = static_cast<std::size_t>(model);
     return model < car_models ? CAR[k] : CEXP[k - car_models];
 }
@@ -210,14 +211,14 @@ bool shapes_fit_file(const ShapeFile& shapes) {
 std::unique_ptr<ShapeFile> shapes_of_tables() {
     auto shapes = std::make_unique<ShapeFile>();
     for (int k = 0; k < shape_file_models; ++k)
-        shapes->models[static_cast<std::size_t>(k)] = table_model(k);
+        shapes->models[static_cast<std::size_t>(k)] = *table_model(k);
     shapes->paint_jobs = PAINTJOBS;
     return shapes;
 }
 
 void keep_shapes(const ShapeFile& shapes) {
     for (int k = 0; k < shape_file_models; ++k)
-        table_model(k) = shapes.models[static_cast<std::size_t>(k)];
+        table_model(k).set(shapes.models[static_cast<std::size_t>(k)]);
     // ODDITY last-paint-job-count (kept): the count of the last model read holds for all of them.
     PAINTJOBS = shapes.paint_jobs;
     settle_paint_jobs();

@@ -2,18 +2,11 @@
 
 #include <algorithm>
 
-namespace {
-constexpr std::uint8_t initial_paint_jobs = 7;
-}
-
-std::array<SHAPEMODEL, car_slots> CAR;
-std::array<SHAPEMODEL, explosion_models> CEXP;
-SHAPEMODEL CARCLIP;
+Shared<SHAPEMODEL> CARCLIP;
 SHAPEMODEL WFCAR;
 VISUALMODEL VCAR;
 
 std::int8_t CURMODEL = 0;
-std::uint8_t PAINTJOBS = initial_paint_jobs;
 std::uint8_t CURPJ = 0;
 
 void settle_paint_jobs() {
@@ -22,10 +15,8 @@ void settle_paint_jobs() {
 }
 
 void reset_car() {
-    for (SHAPEMODEL& model : CAR)
-        model = {};
-    for (SHAPEMODEL& model : CEXP)
-        model = {};
+    CAR = {};
+    CEXP = {};
     CARCLIP = {};
     WFCAR = {};
     VCAR = {};

@@ -1,4 +1,5 @@
 #include "model/items.h"
+#include "model/document.h"
 
 #include "model/bitmap_table.h"
 

@@ -1,8 +1,8 @@
 #include "model/new_car.h"
 
 #include "model/car.h"
+#include "model/document.h"
 #include "model/parameters.h"
-#include "model/power_gear.h"
 
 #include <array>
 

@@ -1,11 +1,5 @@
 #include "model/parameters.h"
 
-std::array<std::byte, parameter_bytes> PAR{};
-std::string CARNAME;
-std::string CARSIGNNAME;
-std::string CARINFO;
-std::string TITLENAME;
-
 namespace {
 bool inside(int offset, int width) { return offset >= 0 && offset <= static_cast<int>(parameter_bytes) - width; }
 } // namespace

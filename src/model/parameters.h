@@ -1,21 +1,10 @@
-// The car's physical parameters and its three texts.
-//
-// PAR is the raw content of the game's "simd" resource, 776 bytes, little-endian, addressed by byte offset; what is not
-// understood is kept byte for byte.
+// Where things lie in PAR, the 776 raw bytes of the car's physical parameters, and its bytes and words.
 #pragma once
 
-#include <array>
+#include "model/document.h"
+
 #include <cstddef>
 #include <cstdint>
-#include <string>
-
-constexpr std::size_t parameter_bytes = 776;
-
-extern std::array<std::byte, parameter_bytes> PAR;
-extern std::string CARNAME;     // "gnam": the car's full name
-extern std::string CARSIGNNAME; // "gsna": the short name on the sign
-extern std::string CARINFO;     // "edes": the description, every line ended by "]"
-extern std::string TITLENAME;   // CARNAME as the last load of a parameter file left it: the window's title names it
 
 // Byte offsets in PAR of what has a name outside the table of edit targets. Points are two bytes or two words, x first.
 namespace par_offset {

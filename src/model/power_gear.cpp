@@ -1,10 +1,9 @@
 #include "model/power_gear.h"
 
+#include "model/document.h"
 #include "model/parameters.h"
 
 #include <cmath>
-
-std::int32_t POWERGEAR = 0;
 
 int powergear_class(int mass) {
     if (mass == 0) return 0;

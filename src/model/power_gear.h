@@ -1,11 +1,6 @@
 // The Powergear class that follows from a car's mass, and the mass that follows from a chosen class.
 #pragma once
 
-#include <cstdint>
-
-// The class that was chosen, or found by the last classification: 0 .. 4.
-extern std::int32_t POWERGEAR;
-
 // Powergear class (0 .. 4) of a mass, by the fractional part of 65536 / mass. Mass 0 counts as class 0.
 int powergear_class(int mass);
 

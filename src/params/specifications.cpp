@@ -1,4 +1,5 @@
 #include "params/specifications.h"
+#include "model/document.h"
 
 #include "base/text.h"
 #include "model/parameters.h"

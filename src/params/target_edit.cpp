@@ -1,4 +1,5 @@
 #include "params/target_edit.h"
+#include "model/document.h"
 
 #include "model/parameters.h"
 #include "model/power_gear.h"

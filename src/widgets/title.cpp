@@ -1,4 +1,5 @@
 #include "widgets/title.h"
+#include "model/document.h"
 
 #include "base/version.h"
 #include "model/parameters.h"

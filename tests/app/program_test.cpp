@@ -1,4 +1,6 @@
 #include "app/program.h"
+#include "model/document.h"
+#include "model/preview.h"
 
 #include "base/config.h"
 #include "base/file_status.h"
@@ -151,17 +153,16 @@ TEST_F(Program, QuittingFreesExactlyTheBitmapsInUse) {
     start();
     const int in_use = BITMAPS;
     ASSERT_GT(in_use, 0);
-    BITMAP[in_use + 1].pixels = {1, 2, 3};
+    BITMAP[in_use + 1].pixels = Pixels{1, 2, 3};
     for (int i = 1; i <= in_use; ++i)
         ASSERT_TRUE(preview(BITMAP[i], 2) && preview(BITMAP[i], 3)) << i;
     shut_down();
     EXPECT_EQ(MENUIMG, nullptr);
     for (int i = 1; i <= in_use; ++i) {
-        EXPECT_EQ(BITMAP[i].pixels.capacity(), 0u) << i;
-        EXPECT_EQ(BITMAP[i].preview_2x, nullptr) << i;
-        EXPECT_EQ(BITMAP[i].preview_3x, nullptr) << i;
+        EXPECT_EQ(BITMAP[i].pixels->capacity(), 0u) << i;
     }
-    EXPECT_EQ(BITMAP[in_use + 1].pixels.size(), 3u);
+    EXPECT_EQ(BITMAP[in_use + 1].pixels->size(), 3u);
+    EXPECT_EQ(kept_previews(), 0u);
 }
 
 // The whole way of a car: listed by its name, clicked, loaded, saved under another identifier.

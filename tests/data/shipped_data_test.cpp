@@ -10,6 +10,7 @@
 #include "image/tga.h"
 #include "model/car.h"
 #include "model/colours.h"
+#include "model/document.h"
 #include "model/items.h"
 #include "params/parameter_table.h"
 #include "support/fresh_tables.h"
@@ -194,10 +195,10 @@ TEST_P(SampleCar, HasPlausibleParametersAndATorqueCurveWithAPeak) {
 }
 
 TEST_P(SampleCar, HasThreeModelsOfFallingDetailWithWheelsAndABoundingBox) {
-    EXPECT_GT(CAR[0].nprims, CAR[1].nprims);
-    EXPECT_GE(CAR[1].nprims, CAR[2].nprims);
+    EXPECT_GT(CAR[0]->nprims, CAR[1]->nprims);
+    EXPECT_GE(CAR[1]->nprims, CAR[2]->nprims);
     for (std::size_t slot = 0; slot < 3; ++slot) {
-        const SHAPEMODEL& model = CAR[slot];
+        const SHAPEMODEL& model = *CAR[slot];
         EXPECT_LE(model.nverts, 255);
         EXPECT_LE(model.nprims, 255);
         expect_sound_primitives(model);
@@ -221,14 +222,14 @@ TEST_P(SampleCar, HasSevenPaintJobsThatDiffer) {
     ASSERT_EQ(PAINTJOBS, 7);
     std::set<std::vector<int>> paints;
     for (std::size_t job = 0; job < 7; ++job)
-        paints.insert(paint_of(CAR[1], job));
+        paints.insert(paint_of(*CAR[1], job));
     EXPECT_EQ(paints.size(), 7u);
 }
 
 TEST_P(SampleCar, HasFourPiecesForACrash) {
-    for (const SHAPEMODEL& piece : CEXP) {
-        EXPECT_GE(piece.nprims, 1);
-        expect_sound_primitives(piece);
+    for (const Shared<SHAPEMODEL>& piece : CEXP) {
+        EXPECT_GE(piece->nprims, 1);
+        expect_sound_primitives(*piece);
     }
 }
 

@@ -1,4 +1,5 @@
 #include "files/file_screen.h"
+#include "model/document.h"
 
 #include "base/config.h"
 #include "base/file_io.h"

@@ -1,4 +1,5 @@
 #include "files/transfer.h"
+#include "model/document.h"
 
 #include "base/config.h"
 #include "base/file_status.h"

@@ -1,3 +1,4 @@
+#include "model/document.h"
 #include "support/clean_car.h"
 
 #include "support/bitmaps.h"
@@ -16,7 +17,7 @@ void put_into_table(const BitmapFile& file) {
         entry.relative_x = bitmap.relative_x;
         entry.relative_y = bitmap.relative_y;
         entry.flags = bitmap.flags;
-        entry.pixels = bitmap.pixels;
+        entry.pixels = *bitmap.pixels;
     }
 }
 
@@ -53,7 +54,7 @@ TEST_F(BitmapFileFormat, DecodesEveryField) {
     EXPECT_EQ(bitmap.relative_x, -5);
     EXPECT_EQ(bitmap.relative_y, 600);
     EXPECT_EQ(bitmap.flags, (Flags{0xF1, 0xF2, 0xF3, 0xF4}));
-    EXPECT_EQ(bitmap.pixels, (std::vector<std::uint8_t>{1, 8, 15, 22, 29, 36}));
+    EXPECT_EQ(*bitmap.pixels, (std::vector<std::uint8_t>{1, 8, 15, 22, 29, 36}));
     EXPECT_FALSE(file.cut);
 }
 
@@ -69,7 +70,7 @@ TEST_F(BitmapFileFormat, ComesBackTheSameWhateverTheSize) {
 
 TEST_F(BitmapFileFormat, PixelsThatTheFileLacksAreZero) {
     const BitmapFile file = decoded("roof", bitmap_resource(3, 2, 0, 0, 4));
-    EXPECT_EQ(file.bitmaps[0].pixels, (std::vector<std::uint8_t>{1, 8, 15, 22, 0, 0}));
+    EXPECT_EQ(*file.bitmaps[0].pixels, (std::vector<std::uint8_t>{1, 8, 15, 22, 0, 0}));
 }
 
 TEST_F(BitmapFileFormat, EntryPastEndIsABitmapOfNothing) {
@@ -78,7 +79,7 @@ TEST_F(BitmapFileFormat, EntryPastEndIsABitmapOfNothing) {
     const BitmapFile read = decode_bitmap_file(file);
     ASSERT_EQ(read.bitmaps.size(), 1U);
     EXPECT_EQ(read.bitmaps[0].width + read.bitmaps[0].height, 0);
-    EXPECT_TRUE(read.bitmaps[0].pixels.empty());
+    EXPECT_TRUE(read.bitmaps[0].pixels->empty());
 }
 
 TEST_F(BitmapFileFormat, CutAtEveryByteHoldsTheBitmapsThatAreWhole) {
@@ -97,9 +98,9 @@ TEST_F(BitmapFileFormat, CutAtEveryByteHoldsTheBitmapsThatAreWhole) {
             if (i < 2 && length >= tables.entries[i + 1].position) expect_same_bitmap(bitmap, whole.bitmaps[i]);
             if (length < tables.entries[i].position + 16) continue;
             const std::size_t held =
-                std::min<std::size_t>(length - tables.entries[i].position - 16, bitmap.pixels.size());
-            for (std::size_t pixel = 0; pixel < bitmap.pixels.size(); ++pixel)
-                ASSERT_EQ(bitmap.pixels[pixel], pixel < held ? whole.bitmaps[i].pixels[pixel] : 0) << length;
+                std::min<std::size_t>(length - tables.entries[i].position - 16, bitmap.pixels->size());
+            for (std::size_t pixel = 0; pixel < bitmap.pixels->size(); ++pixel)
+                ASSERT_EQ((*bitmap.pixels)[pixel], pixel < held ? (*whole.bitmaps[i].pixels)[pixel] : 0) << length;
         }
     }
 }
@@ -166,7 +167,7 @@ TEST_F(BitmapFileFormat, IsWrittenInTheOrderOfTheTable) {
 
 TEST_F(BitmapFileFormat, BitmapWithoutItsPixelsIsNotWritten) {
     put_into_table(decode_bitmap_file(file_of({"dash", "roof"}, 2)));
-    BITMAP[1].pixels.clear();
+    BITMAP[1].pixels = {};
     EXPECT_EQ(ids_in(encode_bitmap_file(BitmapSet::dashboard)), "roof/");
 }
 

@@ -1,4 +1,6 @@
 // LOADVSH and SAVEVSH: between the file and the bitmap table.
+#include "model/document.h"
+#include "model/preview.h"
 #include "support/clean_car.h"
 
 #include "model/items.h"

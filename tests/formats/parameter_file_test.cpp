@@ -1,4 +1,5 @@
 #include "formats/parameter_file.h"
+#include "model/document.h"
 #include "model/new_car.h"
 #include "model/power_gear.h"
 

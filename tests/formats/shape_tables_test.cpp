@@ -1,6 +1,7 @@
 // LOAD3SH and SAVE3SH: between the file and the car's tables.
 #include "formats/shape_file.h"
 #include "formats/shapes.h"
+#include "model/document.h"
 #include "support/clean_car.h"
 
 namespace {
@@ -43,7 +44,7 @@ TEST_F(ShapeTables, SavesAndLoadsTheSameModels) {
 TEST_F(ShapeTables, AuxiliarySlotsAreNeitherReadNorWritten) {
     const std::string file = file_with(encode_shape_file(*numbered_shapes(4, 4, 7)));
     CAR[3] = CAR[4] = numbered_model(9, 9, 1);
-    const SHAPEMODEL before = CAR[3];
+    const SHAPEMODEL before = *CAR[3];
     LOAD3SH(file, all_shapes);
     EXPECT_TRUE(CAR[3] == before && CAR[4] == before);
     SAVE3SH(directory / "other.3sh");
@@ -53,9 +54,9 @@ TEST_F(ShapeTables, AuxiliarySlotsAreNeitherReadNorWritten) {
 TEST_F(ShapeTables, MaskLeavesOtherModels) {
     const std::string file = file_with(encode_shape_file(*numbered_shapes(4, 4, 7)));
     LOAD3SH(file, 2 + 16);
-    EXPECT_EQ(CAR[0].nverts + CAR[2].nverts + CEXP[0].nverts + CEXP[2].nverts + CEXP[3].nverts, 0);
-    EXPECT_EQ(CAR[1].nverts, 4);
-    EXPECT_EQ(CEXP[1].nverts, 4);
+    EXPECT_EQ(CAR[0]->nverts + CAR[2]->nverts + CEXP[0]->nverts + CEXP[2]->nverts + CEXP[3]->nverts, 0);
+    EXPECT_EQ(CAR[1]->nverts, 4);
+    EXPECT_EQ(CEXP[1]->nverts, 4);
 }
 
 TEST_F(ShapeTables, LoadingReplacesThePaintJobCount) {
@@ -101,7 +102,7 @@ TEST_F(ShapeTables, CutOfAnEarlierModelIsReportedToo) {
 
 TEST_F(ShapeTables, EmptyFileLoadsAndChangesNothing) {
     CAR[0] = numbered_model(9, 9, 1);
-    const SHAPEMODEL before = CAR[0];
+    const SHAPEMODEL before = *CAR[0];
     LOAD3SH(file_with({}), all_shapes);
     EXPECT_SUCCESS();
     EXPECT_TRUE(CAR[0] == before);
@@ -110,7 +111,7 @@ TEST_F(ShapeTables, EmptyFileLoadsAndChangesNothing) {
 
 TEST_F(ShapeTables, NoFileIsReportedAndChangesNothing) {
     CAR[0] = numbered_model(9, 9, 1);
-    const SHAPEMODEL before = CAR[0];
+    const SHAPEMODEL before = *CAR[0];
     for (const std::string& name : names_of_no_file()) {
         reset_file_status();
         LOAD3SH(name, all_shapes);
@@ -125,7 +126,7 @@ TEST_F(ShapeTables, NoFileIsReportedAndChangesNothing) {
 
 // ODDITY shape-count-byte
 TEST_F(ShapeTables, SavingTooManyVerticesIsReported) {
-    CAR[1].nverts = 300;
+    CAR[1].edit().nverts = 300;
     SAVE3SH(directory / "file.3sh");
     EXPECT_FAILURE(file_status::cut_to_fit, "Too large, cut to fit");
     const Bytes file = get_file(directory / "file.3sh");
@@ -141,7 +142,7 @@ TEST_F(ShapeTables, SavingWhereNoFileCanBeIsAnInvalidName) {
 
 TEST_F(ShapeTables, SavingThatCannotBeFinishedLeavesTheEarlierFile) {
     const std::string file = file_with(bytes_of("earlier"));
-    CAR[1].nverts = 300; // a write error is the graver news
+    CAR[1].edit().nverts = 300; // a write error is the graver news
     EXPECT_EQ(save_with_file_size_limit(100, [&] { SAVE3SH(file); }), file_status::write_error);
     EXPECT_EQ(get_file(file), bytes_of("earlier"));
 }

@@ -1,4 +1,5 @@
 #include "model/bitmap_table.h"
+#include "model/document.h"
 
 #include "model/colours.h"
 
@@ -21,7 +22,7 @@ protected:
         bitmap.width = static_cast<std::uint16_t>(width);
         bitmap.height = static_cast<std::uint16_t>(height);
         for (int i = 0; i < width * height; ++i)
-            bitmap.pixels.push_back(static_cast<std::uint8_t>(i * 5));
+            bitmap.pixels.edit().push_back(static_cast<std::uint8_t>(i * 5));
         link_mask(bitmap);
         return bitmap;
     }
@@ -32,28 +33,6 @@ protected:
         return all;
     }
 };
-
-// Both previews as they are now.
-void build_previews(BitmapRecord& bitmap) {
-    forget_previews(bitmap);
-    preview(bitmap, 2);
-    preview(bitmap, 3);
-}
-
-void expect_blocks_of(const BitmapRecord& bitmap, const ImageHandle& preview, int scale) {
-    ASSERT_TRUE(preview);
-    EXPECT_EQ(preview->width(), bitmap.width * scale);
-    EXPECT_EQ(preview->height(), bitmap.height * scale);
-    EXPECT_EQ(preview->bytes_per_pixel(), 4);
-    EXPECT_EQ(preview->pitch(), static_cast<std::size_t>(bitmap.width * scale) * 4);
-    for (int y = 0; y < preview->height(); ++y)
-        for (int x = 0; x < preview->width(); ++x) {
-            const auto source = static_cast<std::size_t>(y / scale * bitmap.width + x / scale);
-            const std::uint8_t index = bitmap.pixels[source];
-            const std::uint32_t expected = bitmap.is_mask == 0 ? PAL[index] : index == 0 ? 0 : 0xFFFFFFFF;
-            ASSERT_EQ(preview->pixel(x, y), expected) << x << ", " << y;
-        }
-}
 } // namespace
 
 TEST_F(BitmapTable, LookUpComparesTheWholeIdAndFindsTheFirst) {
@@ -101,57 +80,12 @@ TEST_F(BitmapTable, FourPanelsBelongToTheInstruments) {
         EXPECT_FALSE(is_instrument_panel(id)) << id;
 }
 
-TEST_F(BitmapTable, PreviewsShowEveryPixelAsABlockOfItsPaletteColour) {
-    BitmapRecord& bitmap = add("dash", 7, 5);
-    build_previews(bitmap);
-    expect_blocks_of(bitmap, bitmap.preview_2x, 2);
-    expect_blocks_of(bitmap, bitmap.preview_3x, 3);
-    EXPECT_EQ(bitmap.preview_2x->pixel(0, 0), 0x40000000U); // alpha as the palette has it
-}
-
-TEST_F(BitmapTable, APreviewIsPaintedWhenFirstAskedForAndKept) {
-    BitmapRecord& bitmap = add("dash", 3, 2);
-    EXPECT_FALSE(bitmap.preview_2x || bitmap.preview_3x);
-    const Image* painted = preview(bitmap, 3);
-    ASSERT_TRUE(painted);
-    EXPECT_FALSE(bitmap.preview_2x);
-    EXPECT_EQ(preview(bitmap, 3), painted);
-}
-
-TEST_F(BitmapTable, PreviewsOfAMaskAreWhiteOrNothing) {
-    BitmapRecord& bitmap = add("dasm", 4, 3);
-    build_previews(bitmap);
-    expect_blocks_of(bitmap, bitmap.preview_2x, 2);
-    expect_blocks_of(bitmap, bitmap.preview_3x, 3);
-    EXPECT_EQ(bitmap.preview_3x->pixel(2, 2), 0U);
-    EXPECT_EQ(bitmap.preview_3x->pixel(3, 2), 0xFFFFFFFF);
-}
-
-TEST_F(BitmapTable, BitmapsWithoutAreaOrPixelsHaveNoPreviews) {
-    BitmapRecord& flat = add("dash", 7, 0);
-    build_previews(flat);
-    EXPECT_FALSE(flat.preview_2x || flat.preview_3x);
-    BitmapRecord& bare = add("roof", 2, 2);
-    build_previews(bare);
-    EXPECT_TRUE(bare.preview_2x && bare.preview_3x);
-    bare.pixels.clear();
-    build_previews(bare);
-    EXPECT_FALSE(bare.preview_2x || bare.preview_3x);
-}
-
-TEST_F(BitmapTable, PreviewTooWideForAnImageIsLeftOut) {
-    BitmapRecord& bitmap = add("dash", 12'000, 1);
-    build_previews(bitmap);
-    EXPECT_TRUE(bitmap.preview_2x);
-    EXPECT_FALSE(bitmap.preview_3x);
-}
-
 TEST_F(BitmapTable, PixelBufferIsWholeOrNone) {
     BitmapRecord& bitmap = add("dash", 3, 2);
     EXPECT_TRUE(has_pixel_buffer(bitmap));
-    bitmap.pixels.pop_back();
+    bitmap.pixels.edit().pop_back();
     EXPECT_FALSE(has_pixel_buffer(bitmap));
-    bitmap.pixels.clear();
+    bitmap.pixels = {};
     EXPECT_FALSE(has_pixel_buffer(bitmap));
     EXPECT_TRUE(has_pixel_buffer(add("roof", 0, 9)));
 }
@@ -166,14 +100,13 @@ TEST_F(BitmapTable, CountsThePixelsOfTheEntriesInUse) {
 
 TEST_F(BitmapTable, DroppingGivesThePlaceToTheLastEntry) {
     for (const char* id : {"aaaa", "bbbb", "cccc", "dddd"})
-        build_previews(add(id, 2, 2));
-    const Image* moved = BITMAP[4].preview_3x.get();
+        add(id, 2, 2);
+    const Shared<Pixels> moved = BITMAP[4].pixels;
     drop_bitmap(2);
     EXPECT_EQ(names(), "aaaa dddd cccc ");
-    EXPECT_EQ(BITMAP[2].preview_3x.get(), moved);
+    EXPECT_TRUE(BITMAP[2].pixels.is(moved));
     EXPECT_EQ(BITMAP[4].name, "");
-    EXPECT_TRUE(BITMAP[4].pixels.empty());
-    EXPECT_FALSE(BITMAP[4].preview_2x || BITMAP[4].preview_3x);
+    EXPECT_TRUE(BITMAP[4].pixels->empty());
     drop_bitmap(3);
     EXPECT_EQ(names(), "aaaa dddd ");
 }

@@ -1,4 +1,5 @@
 #include "model/car.h"
+#include "model/document.h"
 
 #include <gtest/gtest.h>
 
@@ -36,11 +37,11 @@ TEST_F(Car, StartsEmptyWithSevenPaintJobs) {
     PAINTJOBS = 17;
     CURPJ = 16;
     reset_car();
-    for (const SHAPEMODEL& model : CAR)
-        EXPECT_TRUE(model == SHAPEMODEL{});
-    for (const SHAPEMODEL& model : CEXP)
-        EXPECT_TRUE(model == SHAPEMODEL{});
-    EXPECT_TRUE(CARCLIP == SHAPEMODEL{} && WFCAR == SHAPEMODEL{});
+    for (const Shared<SHAPEMODEL>& model : CAR)
+        EXPECT_TRUE(*model == SHAPEMODEL{});
+    for (const Shared<SHAPEMODEL>& model : CEXP)
+        EXPECT_TRUE(*model == SHAPEMODEL{});
+    EXPECT_TRUE(*CARCLIP == SHAPEMODEL{} && WFCAR == SHAPEMODEL{});
     EXPECT_EQ(VCAR.nverts + VCAR.ntris, 0);
     EXPECT_EQ(PAINTJOBS, 7);
     EXPECT_EQ(CURMODEL, 0);
@@ -52,8 +53,8 @@ TEST_F(Car, ClipboardKeepsEveryFieldPastTheCountsToo) {
     CARCLIP = CAR[1];
     CAR[1] = {};
     CAR[1] = CARCLIP;
-    EXPECT_TRUE(CAR[1] == full_model());
-    EXPECT_EQ(CAR[1].prims[511].vertex[11], 512);
+    EXPECT_TRUE(*CAR[1] == full_model());
+    EXPECT_EQ(CAR[1]->prims[511].vertex[11], 512);
 }
 
 TEST_F(Car, PrimitivesUseTheVerticesOfTheirType) {

@@ -1,3 +1,4 @@
+#include "model/document.h"
 #include "model/items.h"
 
 #include "model/bitmap_table.h"

@@ -1,3 +1,4 @@
+#include "model/document.h"
 #include "model/parameters.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,6 @@
 // Cars that no editor wrote: the screen draws them, edits them and keeps what was not edited.
 #include "formats/parameter_file.h"
+#include "model/document.h"
 #include "model/power_gear.h"
 #include "params/parameter_screen.h"
 #include "params/parameter_test.h"

@@ -1,4 +1,5 @@
 // Values and the description edited on the parameter screen as a whole.
+#include "model/document.h"
 #include "model/power_gear.h"
 #include "params/parameter_screen_test.h"
 

@@ -1,5 +1,6 @@
 // What a button may do on the parameter screen depends on where it went down: to drag a marker, to paint, to open, or
 // to end an edit.
+#include "model/document.h"
 #include "params/parameter_screen_test.h"
 
 namespace {

@@ -1,4 +1,5 @@
 #include "params/parameter_screen_test.h"
+#include "model/document.h"
 
 namespace {
 

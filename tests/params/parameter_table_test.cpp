@@ -1,3 +1,4 @@
+#include "model/document.h"
 #include "model/power_gear.h"
 #include "params/parameter_table.h"
 

@@ -1,6 +1,7 @@
 // A new car on a black screen with a scripted window, and words about the parameter screen.
 #pragma once
 
+#include "model/document.h"
 #include "model/parameters.h"
 #include "params/parameter_table.h"
 #include "params/target_edit.h"

@@ -1,3 +1,4 @@
+#include "model/document.h"
 #include "params/specifications.h"
 
 #include "params/parameter_test.h"

@@ -1,3 +1,4 @@
+#include "model/document.h"
 #include "model/power_gear.h"
 #include "params/target_edit.h"
 

@@ -3,6 +3,7 @@
 
 #include "formats/bitmap_file.h"
 #include "formats/resource_archive.h"
+#include "model/document.h"
 #include "support/bytes.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+#include "model/document.h"
 #include "model/parameters.h"
 #include "support/play.h"
 #include "widgets/title.h"

@@ -1,4 +1,5 @@
 #include "car_source.h"
+#include "model/document.h"
 
 #include "base/text.h"
 #include "model/car.h"
@@ -250,7 +251,7 @@ void read_car(const std::filesystem::path& folder) {
     for (int k = 0; k < 3; ++k)
         CAR[static_cast<std::size_t>(k)] = read_car_model(folder, k, paint);
     for (int k = 0; k < explosion_models; ++k)
-        read_body(folder / ("exp" + std::to_string(k) + ".obj"), paint, CEXP[static_cast<std::size_t>(k)]);
+        read_body(folder / ("exp" + std::to_string(k) + ".obj"), paint, CEXP[static_cast<std::size_t>(k)].edit());
     read_parameters(folder / "car.txt");
-    store_dimensions(CAR[1]);
+    store_dimensions(*CAR[1]);
 }

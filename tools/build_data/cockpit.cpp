@@ -30,9 +30,10 @@ BitmapRecord bitmap_from(const Image& picture, const std::string& id, const Sour
     bitmap.height = static_cast<std::uint16_t>(picture.height());
     bitmap.relative_x = static_cast<std::int16_t>(line.integer(2));
     bitmap.relative_y = static_cast<std::int16_t>(line.integer(3));
+    Pixels& pixels = bitmap.pixels.edit();
     for (int y = 0; y < picture.height(); ++y)
         for (int x = 0; x < picture.width(); ++x)
-            bitmap.pixels.push_back(convert(picture.pixel(x, y)));
+            pixels.push_back(convert(picture.pixel(x, y)));
     return bitmap;
 }
 

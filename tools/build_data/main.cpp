@@ -5,6 +5,7 @@
 
 #include "car_source.h"
 #include "cockpit.h"
+#include "model/document.h"
 #include "source.h"
 
 #include "base/file_io.h"
