@@ -39,6 +39,29 @@ std::string extension_of(std::string_view file_name) {
     return dot == std::string_view::npos ? std::string() : lower_case(file_name.substr(dot));
 }
 
+namespace {
+
+// How many characters of the text make the next line.
+std::size_t line_length(std::string_view text, std::size_t width) {
+    if (text.size() <= width) return text.size();
+    if (text[width] == ' ') return width;
+    const std::size_t last = text.substr(0, width).find_last_of(" /");
+    return last == std::string_view::npos || last + 1 < (width + 1) / 2 ? width : last + 1;
+}
+
+} // namespace
+
+std::vector<std::string> wrapped(std::string_view text, std::size_t width) {
+    std::vector<std::string> lines;
+    while (!text.empty() && width > 0) {
+        const std::size_t length = line_length(text, width);
+        lines.emplace_back(without_trailing_blanks(text.substr(0, length)));
+        text.remove_prefix(length);
+        if (text.starts_with(' ')) text.remove_prefix(1);
+    }
+    return lines;
+}
+
 bool next_line(std::string_view& rest, std::string_view& line) {
     if (rest.empty()) return false;
     const std::size_t end = rest.find('\n');

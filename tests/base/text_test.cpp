@@ -42,3 +42,30 @@ TEST(Text, TheLeadingIntegerIsReadAsFarAsItGoes) {
     EXPECT_EQ(leading_integer("99999999999999999999"), 2147483647);
     EXPECT_EQ(leading_integer("-99999999999999999999"), -2147483648L);
 }
+
+TEST(TextWrapping, BreaksAtBlanksAndSlashesWhereItCan) {
+    using Lines = std::vector<std::string>;
+    EXPECT_EQ(wrapped("", 10), Lines{});
+    EXPECT_EQ(wrapped("short", 10), Lines{"short"});
+    EXPECT_EQ(wrapped("just ten.!", 10), Lines{"just ten.!"});
+    EXPECT_EQ(wrapped("one two three", 8), (Lines{"one two", "three"}));
+    EXPECT_EQ(wrapped("one two three", 7), (Lines{"one two", "three"}));
+    EXPECT_EQ(wrapped("/home/me/cars/x", 11), (Lines{"/home/me/", "cars/x"}));
+}
+
+TEST(TextWrapping, BreaksAWordThatHasNoPlaceForIt) {
+    EXPECT_EQ(wrapped("abcdefghij", 4), (std::vector<std::string>{"abcd", "efgh", "ij"}));
+    EXPECT_EQ(wrapped("a bcdefghijklm", 8), (std::vector<std::string>{"a bcdefg", "hijklm"})); // no short first line
+}
+
+TEST(TextWrapping, LosesNoCharacterButTheBlankAtABreak) {
+    for (std::size_t width = 1; width < 12; ++width) {
+        const std::string text = "/a/bb/ccc/dddd/eeeee/ffffff";
+        std::string joined;
+        for (const std::string& line : wrapped(text, width)) {
+            EXPECT_LE(line.size(), width);
+            joined += line;
+        }
+        EXPECT_EQ(joined, text) << width;
+    }
+}
