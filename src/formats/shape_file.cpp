@@ -4,7 +4,9 @@
 #include "base/byte_reader.h"
 #include "base/file_io.h"
 #include "base/file_status.h"
+#include "base/rounding.h"
 #include "formats/resource_archive.h"
+#include "model/shape_parts.h"
 
 #include <algorithm>
 #include <cmath>
@@ -21,7 +23,6 @@ namespace {
 constexpr int car_models = 3;
 constexpr std::size_t entries_seen = 16;
 constexpr std::size_t padding_after_model = 3;
-constexpr double words = 65536;
 constexpr int largest_byte = 255;
 
 constexpr std::uint8_t low_byte(unsigned value) { return static_cast<std::uint8_t>(value & 0xFF); }
@@ -97,19 +98,11 @@ void write_primitive(ByteWriter& writer, std::size_t paint_jobs, const SHAPEPRIM
         writer.u8(low_byte(primitive.vertex[corner]));
 }
 
-// The vertices and primitives in use. A count above the table's size counts as the size.
-std::span<const SHAPEVERTEX> vertices_of(const SHAPEMODEL& model) {
-    return std::span(model.verts).first(std::min<std::size_t>(model.nverts, model.verts.size()));
-}
-std::span<const SHAPEPRIM> primitives_of(const SHAPEMODEL& model) {
-    return std::span(model.prims).first(std::min<std::size_t>(model.nprims, model.prims.size()));
-}
-
 // ODDITY shape-count-byte (kept): both counts are one byte, their low 8 bits, while every vertex and primitive is
 // written. A model of more than 255 is therefore no sound shape in the game; SAVE3SH says so after the save.
 Bytes encode_model(const SHAPEMODEL& model, double scale, std::size_t paint_jobs) {
-    const auto vertices = vertices_of(model);
-    const auto primitives = primitives_of(model);
+    const auto vertices = vertices_in_use(model);
+    const auto primitives = primitives_in_use(model);
     ByteWriter writer;
     writer.u8(low_byte(static_cast<unsigned>(vertices.size())));
     writer.u8(low_byte(static_cast<unsigned>(primitives.size())));
@@ -148,9 +141,9 @@ bool primitive_fits(const SHAPEPRIM& primitive, std::size_t paint_jobs) {
 
 bool model_fits(const SHAPEMODEL& model, double scale, std::size_t paint_jobs) {
     if (model.nverts > largest_byte || model.nprims > largest_byte) return false;
-    return std::ranges::all_of(vertices_of(model),
+    return std::ranges::all_of(vertices_in_use(model),
                                [&](const SHAPEVERTEX& vertex) { return vertex_fits(vertex, scale); }) &&
-           std::ranges::all_of(primitives_of(model),
+           std::ranges::all_of(primitives_in_use(model),
                                [&](const SHAPEPRIM& primitive) { return primitive_fits(primitive, paint_jobs); });
 }
 
@@ -174,11 +167,7 @@ std::string shape_id(int model) {
     return model < car_models ? "car" + std::to_string(model) : "exp" + std::to_string(model - car_models);
 }
 
-std::uint16_t file_coordinate(double coordinate, double scale) {
-    const double units = file_units(coordinate, scale);
-    if (!std::isfinite(units)) return 0;
-    return static_cast<std::uint16_t>(static_cast<std::int32_t>(std::fmod(units, words)) & 0xFFFF);
-}
+std::uint16_t file_coordinate(double coordinate, double scale) { return rounded_word(coordinate / scale); }
 
 void decode_shape_file(std::span<const std::byte> file, std::uint32_t mask, ShapeFile& shapes) {
     const ArchiveDirectory directory = read_archive_directory(file, entries_seen);

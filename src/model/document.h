@@ -17,6 +17,7 @@
 #include <string>
 
 constexpr std::size_t parameter_bytes = 776;
+using ParameterBlock = std::array<std::byte, parameter_bytes>;
 constexpr std::uint8_t initial_paint_jobs = 7;
 
 // Where a car came from.
@@ -29,7 +30,7 @@ struct CarOrigin {
 };
 
 struct CarDocument {
-    std::array<std::byte, parameter_bytes> par{};
+    ParameterBlock par{};
     std::string name, sign_name, information;
     std::int32_t power_gear = 0;
 

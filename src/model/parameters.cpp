@@ -12,16 +12,22 @@ void set_par_byte(int offset, std::uint8_t value) {
     if (inside(offset, 1)) PAR[static_cast<std::size_t>(offset)] = std::byte{value};
 }
 
-std::uint16_t par_word(int offset) {
+std::uint16_t word_of(const ParameterBlock& block, int offset) {
     if (!inside(offset, 2)) return 0;
-    return static_cast<std::uint16_t>(par_byte(offset) | par_byte(offset + 1) << 8);
+    const auto at = static_cast<std::size_t>(offset);
+    return static_cast<std::uint16_t>(std::to_integer<unsigned>(block[at]) | std::to_integer<unsigned>(block[at + 1])
+                                                                                 << 8);
 }
 
-void set_par_word(int offset, std::uint16_t value) {
+void set_word(ParameterBlock& block, int offset, std::uint16_t value) {
     if (!inside(offset, 2)) return;
-    set_par_byte(offset, static_cast<std::uint8_t>(value & 0xFF));
-    set_par_byte(offset + 1, static_cast<std::uint8_t>(value >> 8));
+    const auto at = static_cast<std::size_t>(offset);
+    block[at] = static_cast<std::byte>(value & 0xFF);
+    block[at + 1] = static_cast<std::byte>(value >> 8);
 }
+
+std::uint16_t par_word(int offset) { return word_of(PAR, offset); }
+void set_par_word(int offset, std::uint16_t value) { set_word(PAR, offset, value); }
 
 void reset_parameters() {
     PAR.fill(std::byte{0});

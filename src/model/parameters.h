@@ -31,6 +31,11 @@ constexpr int most_gears = 6;
 constexpr int most_speedometer_points = 103;
 constexpr int most_tachometer_points = 127;
 
+// The 16-bit word of a block at a byte offset. An offset that does not lie wholly inside the block reads as 0 and
+// writes nothing.
+std::uint16_t word_of(const ParameterBlock& block, int offset);
+void set_word(ParameterBlock& block, int offset, std::uint16_t value);
+
 // Bytes and 16-bit words of PAR at a byte offset. An offset that does not lie wholly inside PAR reads as 0 and writes
 // nothing.
 std::uint8_t par_byte(int offset);
