@@ -2,10 +2,12 @@
 
 #include "base/byte_reader.h"
 #include "base/file_io.h"
+#include "base/file_status.h"
 #include "base/text.h"
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
@@ -38,6 +40,11 @@ std::array<std::string, 5> candidate_directories(const std::string& invocation_p
 std::string absolute(const std::string& directory) {
     return directory.starts_with('/') ? directory : current_directory() + "/" + directory;
 }
+
+// Whether the configuration is taken from a place where looking for it gave this error or none. A place that fails to
+// answer counts as well: another configuration in its stead would be the disk's choice. One that this user may not look
+// into does not.
+bool is_the_place(int error) { return error == 0 || (error != EACCES && !means_absence(error)); }
 
 void store_entries(const std::vector<std::pair<std::string, std::string>>& entries) {
     CONFIGS = 0;
@@ -74,12 +81,17 @@ void LOADCONFIG(const std::string& invocation_path) {
     WORKDIR = current_directory() + "/";
     store_entries({});
     const auto candidates = candidate_directories(invocation_path);
-    const auto found = std::ranges::find_if(
-        candidates, [](const std::string& directory) { return file_exists(directory + config_name); });
+    int error = 0;
+    const auto found = std::ranges::find_if(candidates, [&](const std::string& directory) {
+        error = look_for_file(directory + config_name);
+        return is_the_place(error);
+    });
     if (found == candidates.end()) return;
     WORKDIR = absolute(*found);
-    if (const auto file = read_file(WORKDIR + config_name, largest_text))
-        store_entries(decode_config(ByteReader(*file).text_view()));
+    const FileContent file = read_file(WORKDIR + config_name, largest_text);
+    if (error == 0) error = file.error;
+    if (error != 0) return note_unreadable_file(WORKDIR + config_name, std::generic_category().message(error));
+    if (file) store_entries(decode_config(ByteReader(*file).text_view()));
 }
 
 std::string CONFIG(std::string_view key) {

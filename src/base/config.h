@@ -24,7 +24,7 @@ std::string program_directory(const std::string& invocation_path);
 std::vector<std::pair<std::string, std::string>> decode_config(std::string_view text);
 
 // Settles PROGDIR from the invocation path, WORKDIR from the first place that holds "karosmit.cfg", and reads the
-// entries. No file, or one that cannot be read, gives no entries.
+// entries. No file, or one that cannot be read, gives no entries; the latter is noted (file_status.h).
 void LOADCONFIG(const std::string& invocation_path);
 
 // The value of the first entry of that key, ignoring case; empty when there is none.

@@ -14,14 +14,34 @@ constexpr std::size_t largest_file = std::size_t{16} << 20;
 // The most that is read of a text: the configuration, the colour schemes.
 constexpr std::size_t largest_text = std::size_t{2} << 20;
 
-// The bytes of a regular file (or what a link to one leads to), at most `limit` of them. Nothing when it does not
-// exist, cannot be opened, has no room in memory, or is a directory, a pipe or a device; those are never opened. As
-// much memory is taken as the file is long, also when most of it is a hole: the limit is what bounds it.
-std::optional<Bytes> read_file(const std::string& path, std::size_t limit = largest_file);
-// The same, but throws std::bad_alloc when there is no room in memory.
-std::optional<Bytes> read_file_or_throw(const std::string& path, std::size_t limit);
+// What reading a file gave: its bytes, or nothing. Nothing with an error is a file that is there but could not be read
+// to its end; nothing without one is a name under which no regular file is.
+struct FileContent : std::optional<Bytes> {
+    using std::optional<Bytes>::optional;
 
-// Whether read_file would find a regular file there.
+    int error = 0; // the system's
+
+    bool failed() const { return error != 0; }
+    std::string reason() const; // the error in words, empty when there is none
+};
+
+// The bytes of a regular file (or what a link to one leads to), at most `limit` of them; all of those or none. A
+// directory, a pipe or a device is no file and never opened. As much memory is taken as the file is long, also when
+// most of it is a hole: the limit is what bounds it. No room in memory is a failure like any other.
+FileContent read_file(const std::string& path, std::size_t limit = largest_file);
+// The same, but throws std::bad_alloc when there is no room in memory.
+FileContent read_file_or_throw(const std::string& path, std::size_t limit);
+
+// The same for a name that was just seen to be a regular file's, which saves asking again; what has become something
+// else since is opened, but nothing is read of it.
+FileContent read_regular_file(const std::string& path, std::size_t limit);
+
+// 0 when a regular file is there, otherwise the system's error: one of those that mean absence, also for a directory, a
+// pipe or a device, or another one when the system could not tell.
+int look_for_file(const std::string& path);
+// Whether an error says that nothing is under a name.
+bool means_absence(int error);
+// Whether a regular file is there.
 bool file_exists(const std::string& path);
 
 enum class SaveOutcome {
@@ -40,6 +60,8 @@ SaveOutcome save_file(const std::string& path, std::span<const std::byte> conten
 // The same, reported in the file-status record: begins with the name, ends with success, "Invalid file name" or "Write
 // error".
 void save_and_report(const std::string& path, std::span<const std::byte> content);
-// read_file, reported in the file-status record: begins with the name; "File not found" when there is
-// nothing, "Too large, cut to fit" when it is longer than largest_file.
-std::optional<Bytes> load_and_report(const std::string& path);
+// read_file, reported in the file-status record: begins with the name; "File not found" when there is nothing, "Read
+// error" with the reason when it cannot be read, "Too large, cut to fit" when it is longer than largest_file.
+FileContent load_and_report(const std::string& path);
+// read_file for readers that report no status: one that cannot be read is noted (file_status.h).
+FileContent load_and_note(const std::string& path, std::size_t limit);

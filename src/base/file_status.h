@@ -1,13 +1,16 @@
 // The file-status record: what the last reader or writer was asked for and how it ended. Every reader and writer of a
-// file sets it; the Files screen shows it.
+// file sets it; the Files screen shows it. Readers whose files may be missing without a word leave it alone and note
+// what they could not read.
 #pragma once
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 extern std::string FILE_FILE;  // the file last handled, set before anything else is tried
 extern std::string FILE_ERROR; // the last failure; a success leaves it as it was
 extern std::uint8_t FILE_ERNUM;
+extern std::string FILE_REASON; // why it failed, in the system's words; empty after a success and where there are none
 
 namespace file_status {
 constexpr std::uint8_t success = 0;
@@ -15,13 +18,19 @@ constexpr std::uint8_t not_found = 1;        // "File not found"
 constexpr std::uint8_t invalid_name = 2;     // "Invalid file name"
 constexpr std::uint8_t write_error = 3;      // "Write error": the file could be created but not finished
 constexpr std::uint8_t cut_to_fit = 4;       // "Too large, cut to fit": loaded or saved, but not all of it had room
+constexpr std::uint8_t read_error = 5;       // "Read error": it is there but could not be read, nothing of it is kept
 constexpr std::uint8_t nothing_done = 156;   // set by the Files screen before it dispatches
 constexpr std::uint8_t unknown_format = 255; // "Unknown format"
 } // namespace file_status
 
-// A reader or writer starts: FILE_FILE becomes the name, FILE_ERNUM success.
+// A reader or writer starts: FILE_FILE becomes the name, FILE_ERNUM success, FILE_REASON empty.
 void begin_file(const std::string& name);
 // It failed: FILE_ERNUM becomes the code, FILE_ERROR the text that belongs to it. Codes without a text leave it alone.
-void report_file(std::uint8_t code);
+void report_file(std::uint8_t code, const std::string& reason = {});
+
+// A file that was there but could not be read, of a reader that reports no status.
+void note_unreadable_file(const std::string& path, const std::string& reason);
+// All those noted since the last call, "path: reason" each.
+std::vector<std::string> take_unreadable_files();
 
 void reset_file_status();

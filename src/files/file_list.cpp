@@ -3,12 +3,13 @@
 #include "base/byte_reader.h"
 #include "base/config.h"
 #include "base/file_io.h"
+#include "base/file_status.h"
 #include "base/text.h"
+#include "files/directory.h"
 #include "formats/resource_archive.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
+#include <functional>
 #include <vector>
 
 OneBased<LISTEDFILE, max_listed_files> LFILE;
@@ -16,12 +17,11 @@ std::int16_t LFILES = 0;
 
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr std::size_t car_name_length = 40;
 constexpr std::size_t project_head_length = 80;
-// Names stand near the front of any sound file; the listing reads no more of one than this.
-constexpr std::size_t listing_reads = std::size_t{1} << 20;
+// Names stand near the front of nearly every file; where one does not, the listing reads no more than the limit.
+constexpr std::size_t head_length = 4096;
+constexpr std::size_t listing_limit = std::size_t{1} << 20;
 
 void add_entry(std::string name, std::string shown, std::uint8_t kind) {
     if (LFILES >= max_listed_files) return;
@@ -39,60 +39,89 @@ void add_links() {
     }
 }
 
-struct DirectoryEntry {
-    std::string name;
-    bool directory = false;
-    bool regular = false;
-};
+bool is_listed_as_car(std::string_view key) { return key.ends_with(".res") || key.ends_with(".car"); }
 
-bool is_listed_as_car(std::string_view name) { return name.ends_with(".res") || name.ends_with(".car"); }
-
-bool is_wanted(const DirectoryEntry& entry, const std::string& mode) {
-    if (entry.directory || mode.empty()) return true;
-    return mode == cars_mode ? is_listed_as_car(lower_case(entry.name)) : passes_filter(entry.name, mode);
+// Whether a name in small letters passes a filter in small letters.
+bool passes(std::string_view key, std::string_view filter) {
+    const std::size_t dot = key.rfind('.');
+    return dot != std::string_view::npos && filter.find(std::string(key.substr(dot)) + ".") != std::string_view::npos;
 }
 
-std::vector<DirectoryEntry> wanted_entries(const std::string& mode) {
-    std::vector<DirectoryEntry> entries;
-    std::error_code error;
-    for (fs::directory_iterator at(".", error), end; !error && at != end; at.increment(error)) {
-        std::error_code unknown; // a link that leads nowhere is a file that cannot be read
-        DirectoryEntry entry{.name = at->path().filename().string(),
-                             .directory = at->is_directory(unknown),
-                             .regular = at->is_regular_file(unknown)};
-        if (is_wanted(entry, mode)) entries.push_back(std::move(entry));
-    }
-    return entries;
+std::function<bool(std::string_view)> wanted_in(const std::string& mode) {
+    if (mode.empty()) return [](std::string_view) { return true; };
+    if (mode == cars_mode) return is_listed_as_car;
+    return [filter = lower_case(mode)](std::string_view key) { return passes(key, filter); };
 }
-
-// The first `room` entries in name order, without regard to case.
-void keep_first_by_name(std::vector<DirectoryEntry>& entries, std::size_t room) {
-    const auto by_name = [](const DirectoryEntry& a, const DirectoryEntry& b) {
-        const int order = lower_case(a.name).compare(lower_case(b.name));
-        return order != 0 ? order < 0 : a.name < b.name;
-    };
-    room = std::min(room, entries.size());
-    std::ranges::partial_sort(entries, entries.begin() + static_cast<std::ptrdiff_t>(room), by_name);
-    entries.resize(room);
-}
-
-Bytes head_of(const DirectoryEntry& entry) { return read_file(entry.name, listing_reads).value_or(Bytes{}); }
 
 // The identifier in a parameter file's name: characters 4 to 7, as far as they exist.
 std::string identifier_in(const std::string& file_name) {
     return file_name.size() > 3 ? file_name.substr(3, 4) : std::string();
 }
 
+// Where `marker` first occurs in the next `length` bytes.
+// ODDITY list-missing-marker (kept): a marker that is missing counts as found one byte before the run, so that the
+// entry still shows whatever text stands there.
+std::int64_t marker_position(ByteReader reader, std::string_view marker, std::size_t length) {
+    const std::size_t found = reader.text(length).find(marker);
+    return found == std::string::npos ? -1 : static_cast<std::int64_t>(found);
+}
+
+// A name, and whether all that it stands for was among the bytes.
+struct ListedName {
+    std::string text;
+    bool whole = true;
+};
+
+ListedName car_name(std::span<const std::byte> file) {
+    std::uint16_t count = 0;
+    ByteReader reader(file, archive_count_at);
+    reader.u16(count);
+    const std::uint64_t ids_length = archive_id_length * count;
+    const std::int64_t found = marker_position(reader, "gnam", ids_length);
+
+    std::uint32_t offset = 0;
+    const std::uint64_t offsets_at = archive_ids_at + ids_length;
+    reader.seek(static_cast<std::uint64_t>(static_cast<std::int64_t>(offsets_at) + found));
+    reader.u32(offset);
+    const std::uint64_t name_at = offsets_at + ids_length + offset;
+    reader.seek(name_at);
+    return {reader.text_up_to_zero(car_name_length), name_at + car_name_length <= file.size()};
+}
+
+ListedName project_name(std::span<const std::byte> file) {
+    ByteReader reader(file);
+    const std::int64_t found = marker_position(reader, "Base", project_head_length);
+    std::uint32_t offset = 0;
+    reader.seek(static_cast<std::uint64_t>(found + 4));
+    reader.u32(offset);
+    std::uint16_t length = 0;
+    reader.seek(offset);
+    reader.u16(length);
+    std::string text = reader.text(length);
+    const bool whole = !reader.ran_out() && text.size() == length;
+    return {std::move(text), whole};
+}
+
+// What the file says of itself, followed by the mark; one that cannot be read is shown by its own name.
+std::string shown_by(ListedName (*name_in)(std::span<const std::byte>), const DirectoryEntry& entry,
+                     const std::string& mark) {
+    if (!entry.regular) return entry.name;
+    for (const std::size_t limit : {head_length, listing_limit}) {
+        const FileContent head = read_regular_file(entry.name, limit);
+        if (!head) return entry.name;
+        ListedName name = name_in(*head);
+        if (name.whole || head->size() < limit || limit == listing_limit) return name.text + mark;
+    }
+    return entry.name;
+}
+
 void add_car(const DirectoryEntry& entry) {
     const std::string identifier = identifier_in(entry.name);
-    const std::string shown =
-        entry.regular ? listed_car_name(head_of(entry)) + " (" + upper_case(identifier) + ")" : entry.name;
-    add_entry(lower_case(identifier), shown, entry_kind::file);
+    add_entry(lower_case(identifier), shown_by(car_name, entry, " (" + upper_case(identifier) + ")"), entry_kind::file);
 }
 
 void add_project(const DirectoryEntry& entry) {
-    const std::string shown = entry.regular ? listed_project_name(head_of(entry)) + " (c/p)" : entry.name;
-    add_entry(entry.name, shown, entry_kind::file);
+    add_entry(entry.name, shown_by(project_name, entry, " (c/p)"), entry_kind::file);
 }
 
 void add_directory_entry(const DirectoryEntry& entry, const std::string& mode) {
@@ -100,7 +129,7 @@ void add_directory_entry(const DirectoryEntry& entry, const std::string& mode) {
         add_entry(entry.name, entry.name, entry_kind::directory);
     } else if (mode != cars_mode) {
         add_entry(entry.name, entry.name, entry_kind::file);
-    } else if (lower_case(entry.name).ends_with(".res")) {
+    } else if (entry.key.ends_with(".res")) {
         add_car(entry);
     } else {
         add_project(entry);
@@ -118,47 +147,15 @@ void sort_entries() {
         LFILE[i] = std::move(sorted[static_cast<std::size_t>(i - 1)].second);
 }
 
-// Where `marker` first occurs in the next `length` bytes.
-// ODDITY list-missing-marker (kept): a marker that is missing counts as found one byte before the run, so that the
-// entry still shows whatever text stands there.
-std::int64_t marker_position(ByteReader reader, std::string_view marker, std::size_t length) {
-    const std::size_t found = reader.text(length).find(marker);
-    return found == std::string::npos ? -1 : static_cast<std::int64_t>(found);
-}
-
 } // namespace
 
 bool passes_filter(std::string_view file_name, std::string_view filter) {
-    const std::string extension = extension_of(file_name);
-    return !extension.empty() && lower_case(filter).find(extension + ".") != std::string::npos;
+    return passes(lower_case(file_name), lower_case(filter));
 }
 
-std::string listed_car_name(std::span<const std::byte> parameter_file) {
-    std::uint16_t count = 0;
-    ByteReader reader(parameter_file, archive_count_at);
-    reader.u16(count);
-    const std::uint64_t ids_length = archive_id_length * count;
-    const std::int64_t found = marker_position(reader, "gnam", ids_length);
+std::string listed_car_name(std::span<const std::byte> parameter_file) { return car_name(parameter_file).text; }
 
-    std::uint32_t offset = 0;
-    const std::uint64_t offsets_at = archive_ids_at + ids_length;
-    reader.seek(static_cast<std::uint64_t>(static_cast<std::int64_t>(offsets_at) + found));
-    reader.u32(offset);
-    reader.seek(offsets_at + ids_length + offset);
-    return reader.text_up_to_zero(car_name_length);
-}
-
-std::string listed_project_name(std::span<const std::byte> project_file) {
-    ByteReader reader(project_file);
-    const std::int64_t found = marker_position(reader, "Base", project_head_length);
-    std::uint32_t offset = 0;
-    reader.seek(static_cast<std::uint64_t>(found + 4));
-    reader.u32(offset);
-    std::uint16_t length = 0;
-    reader.seek(offset);
-    reader.u16(length);
-    return reader.text(length);
-}
+std::string listed_project_name(std::span<const std::byte> project_file) { return project_name(project_file).text; }
 
 void UPDATEFILELIST(const std::string& mode) {
     for (LISTEDFILE& entry : LFILE)
@@ -166,9 +163,10 @@ void UPDATEFILELIST(const std::string& mode) {
     LFILES = 0;
     add_links();
     add_entry("..", "..", entry_kind::directory);
-    auto entries = wanted_entries(mode);
-    keep_first_by_name(entries, static_cast<std::size_t>(max_listed_files - LFILES));
-    for (const DirectoryEntry& entry : entries)
+    DirectoryContent content = read_directory(wanted_in(mode));
+    if (!content.failure.empty()) note_unreadable_file(current_directory(), content.failure);
+    keep_first_by_name(content.entries, static_cast<std::size_t>(max_listed_files - LFILES));
+    for (const DirectoryEntry& entry : content.entries)
         add_directory_entry(entry, mode);
     sort_entries();
 }

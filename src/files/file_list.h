@@ -29,7 +29,9 @@ inline const std::string cars_mode = "cars";
 
 // Fills LFILE anew from the current directory. `mode` is "cars", a filter of extensions such as ".res.vsh.", or empty
 // for every file. Links come first, then "..", then the rest in name order until 200 entries are there; then all are
-// sorted: larger kinds first, within a kind by the shown text without regard to case. Only regular files are opened.
+// sorted: larger kinds first, within a kind by the shown text without regard to case. Only regular files are opened;
+// one that cannot be read is shown by its file name. Of a directory that cannot be read nothing but the links and ".."
+// is listed, and it is noted (file_status.h).
 void UPDATEFILELIST(const std::string& mode);
 
 // Whether a file name passes a filter (not "cars").

@@ -5,14 +5,16 @@
 #include "base/file_status.h"
 #include "base/shell.h"
 #include "base/text.h"
+#include "files/directory.h"
 #include "formats/bitmap_file.h"
 #include "formats/parameter_file.h"
 #include "formats/shape_file.h"
+#include "model/car.h"
+#include "model/document.h"
+#include "model/items.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <string_view>
-#include <system_error>
 #include <unistd.h>
 
 namespace {
@@ -80,28 +82,63 @@ std::string done_text(Transfer direction, const std::string& file) {
 TransferReport report(Transfer direction, const std::string& done_name, const std::string& failed_name) {
     if (FILE_ERNUM == file_status::nothing_done) return {};
     if (FILE_ERNUM == file_status::success) return {.text = done_text(direction, done_name)};
-    return {.text = failure_text(failed_name), .failed = true};
+    return {.text = failure_text(failed_name), .failed = true, .reason = FILE_REASON};
 }
+
+struct FoundName {
+    std::string name;
+    std::string failure{}; // why the directory could not be asked, in the system's words
+};
 
 // The file's name as the directory has it: DOS disks give names in capitals, which this system tells apart.
-std::string name_in_directory(const std::string& file) {
-    if (file_exists(file)) return file;
-    std::error_code error;
-    for (std::filesystem::directory_iterator at(".", error), end; !error && at != end; at.increment(error)) {
-        std::string name = at->path().filename().string();
-        if (lower_case(name) == file) return name;
-    }
-    return file;
+FoundName name_in_directory(const std::string& file) {
+    if (file_exists(file)) return {file};
+    const DirectoryContent content = read_directory([&](std::string_view key) { return key == file; });
+    const auto found = std::ranges::find(content.entries, file, &DirectoryEntry::key);
+    return {found == content.entries.end() ? file : found->name, content.failure};
 }
 
+// Loads or saves one of a car's files, by the name that the directory has it under.
+std::string transfer_part(Transfer direction, const std::string& file) {
+    const FoundName found = name_in_directory(file);
+    const FileKind& kind = *kind_of(file);
+    if (direction == Transfer::save) {
+        kind.save(found.name);
+    } else if (found.failure.empty()) {
+        kind.load(found.name);
+    } else {
+        begin_file(found.name);
+        report_file(file_status::read_error, found.failure);
+    }
+    return found.name;
+}
+
+// The car as it was before a load.
+class EarlierCar {
+public:
+    void put_back() const {
+        DOCUMENT = document_;
+        CURPJ = paint_job_;
+        UPDATEDASHITEMS();
+    }
+
+private:
+    const CarDocument document_ = DOCUMENT;
+    const std::uint8_t paint_job_ = CURPJ;
+};
+
+// Of a set with a file that cannot be read nothing is kept: saved, a mixture of two cars would take the file's place.
 TransferReport transfer_car(Transfer direction, const std::string& name) {
     const std::string identifier = lower_case(name);
+    const EarlierCar before;
     std::string first_failure;
     for (const CarFile& part : car_files) {
-        const std::string file = name_in_directory(std::string(part.prefix) + identifier + std::string(part.extension));
-        const FileKind& kind = *kind_of(file);
-        (direction == Transfer::load ? kind.load : kind.save)(file);
+        const std::string file =
+            transfer_part(direction, std::string(part.prefix) + identifier + std::string(part.extension));
         if (FILE_ERNUM != file_status::success && first_failure.empty()) first_failure = failure_text(file);
+        if (FILE_ERNUM != file_status::read_error) continue;
+        before.put_back();
+        break;
     }
     // ODDITY four-file-save-keeps-file (kept): a failed load names the identifier, a failed save the file.
     TransferReport result = report(direction, name, direction == Transfer::load ? name : FILE_FILE);

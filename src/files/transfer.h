@@ -10,12 +10,13 @@ struct TransferReport {
     bool unknown_format = false; // no reader or writer knows the name's extension; nothing was done, nothing is said
     std::string text{};          // status line; empty when nothing was done
     bool failed = false;         // the status line is an error
+    std::string reason{};        // of the last failure, in the system's words; empty where it has none
     std::string first_failure{}; // of a car's four files, the first that failed with its error; empty when none did
 };
 
 // Does what the name asks for. Without a ".", a name of exactly four characters stands for the car's four files, in
 // small letters or, where they are there only otherwise, as the directory spells them; any other name does nothing.
-// Sets the file-status record.
+// When one of the four is there but cannot be read, the whole car stays as it was before. Sets the file-status record.
 TransferReport transfer(Transfer direction, const std::string& name);
 
 // What there is to say about such a name, also in the file-status record.

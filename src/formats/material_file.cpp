@@ -64,13 +64,14 @@ ColourSchemes decode_colour_schemes(std::string_view text) {
 void LOADMATERIALS() {
     // ODDITY base-colours-need-file (kept): the base materials have colours of their own only where there is a table
     // file.
-    if (const auto file = read_file(PROGDIR + "material.dat", materials_size)) {
+    if (const auto file = load_and_note(PROGDIR + "material.dat", materials_size)) {
         for (std::size_t i = 0; i < base_colours.size(); ++i)
             MATERIAL[first_base_material + i].colour = base_colours[i];
         decode_materials(*file, MATERIAL);
     }
     // ODDITY schemes-from-current-directory (kept): unlike the other data files the schemes belong to the user's
     // directory, so that every set of cars may have its own.
-    const auto schemes = read_file("pjobs.cfg", largest_text);
+    const auto schemes = load_and_note("pjobs.cfg", largest_text);
+    if (schemes.failed()) return;
     keep_schemes(schemes ? decode_colour_schemes(ByteReader(*schemes).text_view()) : ColourSchemes());
 }

@@ -22,5 +22,6 @@ using ColourSchemes = std::vector<std::array<std::uint8_t, 4>>;
 ColourSchemes decode_colour_schemes(std::string_view text);
 
 // Reads PROGDIR + "material.dat" into MATERIAL (over the built-in base colours 200 .. 203) and "pjobs.cfg" of the
-// current directory into PJCOL and PJCOLS, which starts from 0 each time. Missing files are silent.
+// current directory into PJCOL and PJCOLS, which starts from 0 each time. Missing files are silent. Of a file that
+// cannot be read nothing is kept, and it is noted (file_status.h).
 void LOADMATERIALS();

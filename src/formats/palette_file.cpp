@@ -23,5 +23,5 @@ Bytes encode_palette(const std::array<std::uint32_t, 256>& palette) {
 }
 
 void LOADPALETTE() {
-    if (const auto file = read_file(PROGDIR + "vortag.col", palette_size)) decode_palette(*file, PAL);
+    if (const auto file = load_and_note(PROGDIR + "vortag.col", palette_size)) decode_palette(*file, PAL);
 }

@@ -11,5 +11,6 @@
 void decode_palette(std::span<const std::byte> file, std::array<std::uint32_t, 256>& palette);
 Bytes encode_palette(const std::array<std::uint32_t, 256>& palette);
 
-// Reads PROGDIR + "vortag.col" into PAL. A missing file is silent and leaves PAL as it was.
+// Reads PROGDIR + "vortag.col" into PAL. A missing file is silent and leaves PAL as it was; so does one that cannot be
+// read, which is noted (file_status.h).
 void LOADPALETTE();

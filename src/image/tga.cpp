@@ -5,10 +5,11 @@
 #include "base/byte_reader.h"
 #include "base/file_io.h"
 #include "image/tga_layout.h"
+#include "image/tga_pixels.h"
 
 #include <algorithm>
-#include <cstring>
 #include <new>
+#include <utility>
 
 std::int16_t TARGAERROR = 0;
 std::string TARGAERRORMESSAGE;
@@ -16,7 +17,7 @@ std::string TARGAERRORMESSAGE;
 namespace {
 
 using namespace targa_layout;
-using FileBytes = std::span<const std::byte>;
+using namespace targa_pixels;
 
 struct Header {
     std::uint8_t id_length = 0, map_type = 0, image_type = 0;
@@ -48,92 +49,6 @@ Header read_header(ByteReader& reader) {
     reader.u8(header.descriptor);
     return header;
 }
-
-std::uint32_t byte_at(FileBytes bytes, std::size_t index) { return std::to_integer<std::uint32_t>(bytes[index]); }
-
-// One pixel of a file, and what it becomes in the image.
-struct Argb32 {
-    using Pixel = std::uint32_t;
-    static constexpr std::size_t size = 4;
-    static Pixel decode(FileBytes b) {
-        return byte_at(b, 0) | byte_at(b, 1) << 8 | byte_at(b, 2) << 16 | byte_at(b, 3) << 24;
-    }
-};
-struct Rgb24 {
-    using Pixel = std::uint32_t;
-    static constexpr std::size_t size = 3;
-    static Pixel decode(FileBytes b) { return byte_at(b, 0) | byte_at(b, 1) << 8 | byte_at(b, 2) << 16 | 0xFF000000; }
-};
-struct Word16 {
-    using Pixel = std::uint16_t;
-    static constexpr std::size_t size = 2;
-    static Pixel decode(FileBytes b) { return static_cast<Pixel>(byte_at(b, 0) | byte_at(b, 1) << 8); }
-};
-// 1-5-5-5 to 5-6-5, the top bit dropped.
-struct Rgb555 {
-    using Pixel = std::uint16_t;
-    static constexpr std::size_t size = 2;
-    static Pixel decode(FileBytes b) {
-        const unsigned value = Word16::decode(b);
-        return static_cast<Pixel>((value * 2 & 0xFFC0) | (value & 31));
-    }
-};
-struct Index8 {
-    using Pixel = std::uint8_t;
-    static constexpr std::size_t size = 1;
-    static Pixel decode(FileBytes b) { return static_cast<Pixel>(byte_at(b, 0)); }
-};
-
-// The pixels of an image in the order of the file, row after row. What comes when it is full is dropped.
-template <typename Format>
-class Sink {
-public:
-    using Pixel = typename Format::Pixel;
-
-    Sink(Image& image, bool from_the_top) : image_(image), from_the_top_(from_the_top) { take_row(); }
-
-    bool full() const { return row_number_ == image_.height(); }
-
-    void run(Pixel pixel, std::size_t count) {
-        while (count > 0 && !full()) {
-            const std::size_t part = std::min(count, room());
-            for (std::size_t i = 0; i < part; ++i)
-                put(i, pixel);
-            advance(part);
-            count -= part;
-        }
-    }
-
-    // As many pixels as `bytes` holds whole ones.
-    void literals(FileBytes bytes) {
-        while (bytes.size() >= Format::size && !full()) {
-            const std::size_t part = std::min(bytes.size() / Format::size, room());
-            for (std::size_t i = 0; i < part; ++i)
-                put(i, Format::decode(bytes.subspan(i * Format::size, Format::size)));
-            bytes = bytes.subspan(part * Format::size);
-            advance(part);
-        }
-    }
-
-private:
-    // Of the row that is being filled.
-    std::size_t room() const { return rest_.size() / sizeof(Pixel); }
-    void put(std::size_t index, Pixel pixel) { std::memcpy(&rest_[index * sizeof pixel], &pixel, sizeof pixel); }
-
-    void advance(std::size_t pixels) {
-        rest_ = rest_.subspan(pixels * sizeof(Pixel));
-        if (!rest_.empty()) return;
-        ++row_number_;
-        if (!full()) take_row();
-    }
-
-    void take_row() { rest_ = image_.row(from_the_top_ ? row_number_ : image_.height() - 1 - row_number_); }
-
-    Image& image_;
-    const bool from_the_top_;
-    int row_number_ = 0;
-    std::span<std::uint8_t> rest_;
-};
 
 // ODDITY targa-packets-cross-rows (kept): the packet state carries over from one row to the next, although writers are
 // asked to end their packets with the row.
@@ -201,26 +116,34 @@ const DecoderRow* decoder_for(const Header& header) {
     return row == std::end(decoders) ? nullptr : row;
 }
 
-void set_entry(TargaPalette* palette, std::size_t index, FileBytes entry) {
-    const auto blue = std::to_integer<std::uint8_t>(entry[0]);
-    const auto green = std::to_integer<std::uint8_t>(entry[1]);
-    const auto red = std::to_integer<std::uint8_t>(entry[2]);
-    if (!palette) return set_palette_entry(static_cast<int>(index), red, green, blue);
-    (*palette)[3 * index] = blue;
-    (*palette)[3 * index + 1] = green;
-    (*palette)[3 * index + 2] = red;
-}
-
 // Only whole entries that the file holds, and of those the ones below 256. The map lies behind the ID field whatever
 // the header says of its type.
-void apply_colour_map(FileBytes file, const Header& header, TargaPalette* palette) {
+std::vector<TargaEntry> read_colour_map(FileBytes file, const Header& header) {
+    std::vector<TargaEntry> map;
     ByteReader reader(file, header.map_start());
     const std::size_t end = std::min<std::size_t>(std::size_t{header.map_first} + header.map_length, 256);
     for (std::size_t index = header.map_first; index < end; ++index) {
         const FileBytes entry = reader.view(header.map_entry_bytes());
-        if (entry.size() < header.map_entry_bytes()) return;
-        set_entry(palette, index, entry);
+        if (entry.size() < header.map_entry_bytes()) break;
+        map.push_back({.blue = std::to_integer<std::uint8_t>(entry[0]),
+                       .green = std::to_integer<std::uint8_t>(entry[1]),
+                       .red = std::to_integer<std::uint8_t>(entry[2])});
     }
+    return map;
+}
+
+// Into the caller's palette, or into the one of 8-bit images.
+void set_entry(TargaPalette* palette, std::size_t index, const TargaEntry& entry) {
+    if (!palette) return set_palette_entry(static_cast<int>(index), entry.red, entry.green, entry.blue);
+    (*palette)[3 * index] = entry.blue;
+    (*palette)[3 * index + 1] = entry.green;
+    (*palette)[3 * index + 2] = entry.red;
+}
+
+void apply_colour_map(const TargaPicture& picture, TargaPalette* palette) {
+    std::size_t index = picture.first_entry;
+    for (const TargaEntry& entry : picture.colour_map)
+        set_entry(palette, index++, entry);
 }
 
 std::int16_t refusal(const Header& header) {
@@ -239,6 +162,7 @@ const char* message_of(std::int16_t code) {
     case targa_error::inverted_x: return "Format not supported: X axis is inverted";
     case targa_error::no_memory: return "Could not allocate a buffer to decompress image";
     case targa_error::unsupported: return "Unsupported format";
+    case targa_error::read_error: return "Read error";
     default: return "";
     }
 }
@@ -251,33 +175,42 @@ void set_targa_error(std::int16_t code, int bits) {
                                                          : message_of(code);
 }
 
-ImageHandle decode_targa(std::span<const std::byte> file, TargaPalette* palette, std::int16_t& error) {
+TargaPicture decode_targa(std::span<const std::byte> file) {
     ByteReader reader(file);
     const Header header = read_header(reader);
-    error = refusal(header);
-    if (error != 0) return nullptr;
+    TargaPicture picture;
+    picture.error = refusal(header);
+    if (picture.error != 0) return picture;
 
     const DecoderRow& decoder = *decoder_for(header);
-    ImageHandle image = create_image(header.width, header.height, 0, decoder.bytes_per_pixel * 8);
-    if (!image) {
-        error = targa_error::no_memory;
-        return nullptr;
+    picture.image = create_image(header.width, header.height, 0, decoder.bytes_per_pixel * 8);
+    if (!picture.image) {
+        picture.error = targa_error::no_memory;
+        return picture;
     }
     reader.seek(header.pixel_start());
-    decoder.decode(reader, *image, header.descriptor & top_to_bottom);
-    if (header.image_type == run_length_mapped) apply_colour_map(file, header, palette);
-    return image;
+    decoder.decode(reader, *picture.image, header.descriptor & top_to_bottom);
+    if (header.image_type != run_length_mapped) return picture;
+    picture.first_entry = header.map_first;
+    picture.colour_map = read_colour_map(file, header);
+    return picture;
 }
 
-ImageHandle TARGALOAD(const std::string& filename, TargaPalette* palette) {
-    set_targa_error(0);
-    std::int16_t error = targa_error::not_found;
-    ImageHandle image;
+namespace {
+TargaPicture read_targa(const std::string& filename) {
     try {
-        if (const auto file = read_file_or_throw(filename, largest_targa)) image = decode_targa(*file, palette, error);
+        const FileContent file = read_file_or_throw(filename, largest_targa);
+        if (file) return decode_targa(*file);
+        return {.error = file.failed() ? targa_error::read_error : targa_error::not_found};
     } catch (const std::bad_alloc&) {
-        error = targa_error::no_memory;
+        return {.error = targa_error::no_memory};
     }
-    set_targa_error(error);
-    return image;
+}
+} // namespace
+
+ImageHandle TARGALOAD(const std::string& filename, TargaPalette* palette) {
+    TargaPicture picture = read_targa(filename);
+    set_targa_error(picture.error);
+    if (picture.image) apply_colour_map(picture, palette);
+    return std::move(picture.image);
 }

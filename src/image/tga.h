@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
-#include <variant>
+#include <vector>
 
 // Outcome of the last call: 0 and "" when it succeeded.
 extern std::int16_t TARGAERROR;
@@ -27,6 +27,7 @@ constexpr std::int16_t too_large = 202;     // "Image is too large"
 constexpr std::int16_t inverted_x = 203;    // "Format not supported: X axis is inverted"
 constexpr std::int16_t no_memory = 204;     // "Could not allocate a buffer to decompress image"
 constexpr std::int16_t unsupported = 205;   // "Unsupported format"
+constexpr std::int16_t read_error = 206;    // "Read error": the file is there but could not be read
 } // namespace targa_error
 
 // 256 x blue, green, red.
@@ -38,9 +39,22 @@ using TargaPalette = std::array<std::uint8_t, 768>;
 // unsupported format. The largest image takes 256 MB of addresses, but memory only for the pixels that the file really
 // brings. Of the file itself at most largest_targa bytes are read.
 ImageHandle TARGALOAD(const std::string& filename, TargaPalette* palette = nullptr);
-// The same from memory: the code is returned in `error` (0 for success). Checked in this order: too_large, inverted_x,
+
+struct TargaEntry {
+    std::uint8_t blue = 0, green = 0, red = 0;
+
+    bool operator==(const TargaEntry&) const = default;
+};
+
+struct TargaPicture {
+    ImageHandle image{};                  // null on failure
+    std::int16_t error = 0;               // 0 for success
+    std::size_t first_entry = 0;          // the index that the colour map begins with
+    std::vector<TargaEntry> colour_map{}; // of an 8-bit image, the entries that TARGALOAD would set
+};
+// The same from memory; nothing outside the picture is touched. Checked in this order: too_large, inverted_x,
 // unsupported, no_memory.
-ImageHandle decode_targa(std::span<const std::byte> file, TargaPalette* palette, std::int16_t& error);
+TargaPicture decode_targa(std::span<const std::byte> file);
 
 // Writers. `image` may be null (code 101). Short memory counts as a file that cannot be created (code 103). TARGASAVE8
 // takes the palette as blue, green, red bytes; an empty one means all 256 entries of the palette of 8-bit images.

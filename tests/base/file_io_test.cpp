@@ -53,9 +53,12 @@ TEST_F(FileIo, FindsNothingWhereNoRegularFileIs) {
     fs::create_directory(directory / "folder");
     fs::create_symlink("nowhere", directory / "dangling");
     fs::create_symlink("loop", directory / "loop");
-    for (const std::string& path : {directory / "missing", directory / "folder", directory / "dangling",
-                                    directory / "loop", std::string("/dev/zero"), std::string()}) {
+    put_file(directory / "file", old_content);
+    for (const std::string& path :
+         {directory / "missing", directory / "folder", directory / "dangling", directory / "loop", directory / "file/x",
+          directory / std::string(300, 'x'), std::string("/dev/zero"), std::string()}) {
         EXPECT_FALSE(read_file(path)) << path;
+        EXPECT_FALSE(read_file(path).failed()) << path;
         EXPECT_FALSE(file_exists(path)) << path;
     }
 }
@@ -65,11 +68,22 @@ TEST_F(FileIo, NeverWaitsForAPipe) {
     EXPECT_FALSE(read_file(directory / "pipe"));
 }
 
-TEST_F(FileIo, UnreadableFileIsNothing) {
+TEST_F(FileIo, UnreadableFileIsNothingForAReason) {
     put_file(directory / "file", old_content);
     fs::permissions(directory / "file", fs::perms::none);
     fs::permissions(directory.path(), fs::perms::all);
-    EXPECT_EQ(run_as_ordinary_user([&] { return read_file(directory / "file") ? 1 : 0; }), 0);
+    EXPECT_EQ(run_as_ordinary_user([&] {
+                  const FileContent content = read_file(directory / "file");
+                  return !content && content.reason() == "Permission denied" ? 0 : 1;
+              }),
+              0);
+}
+
+TEST_F(FileIo, WhatLiesInAFolderThatMayNotBeSearchedIsNothingForAReason) {
+    fs::create_directory(directory / "closed");
+    fs::permissions(directory / "closed", fs::perms::none);
+    fs::permissions(directory.path(), fs::perms::all);
+    EXPECT_EQ(run_as_ordinary_user([&] { return read_file(directory / "closed/file").failed() ? 0 : 1; }), 0);
 }
 
 TEST_F(FileIo, SavesANewFileWithTheUsualMode) {

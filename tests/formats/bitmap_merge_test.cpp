@@ -143,7 +143,7 @@ TEST_F(DashFiles, NoFileIsReportedAndChangesNothing) {
         EXPECT_FAILURE(file_status::not_found, "File not found");
         EXPECT_EQ(table_names(), "dash/");
     }
-    EXPECT_TRUE(not_found_when_unreadable(file_of({"dash"}), LOADVSH));
+    EXPECT_TRUE(read_error_when_unreadable(file_of({"dash"}), LOADVSH));
 }
 
 TEST_F(DashFiles, EmptyFileAddsNothing) {

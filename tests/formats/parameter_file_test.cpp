@@ -286,7 +286,7 @@ TEST_F(ParameterFiles, NoFileIsReportedAndChangesNothing) {
         EXPECT_EQ(globals(), earlier_car());
         EXPECT_EQ(TITLENAME, "as it was");
     }
-    EXPECT_TRUE(not_found_when_unreadable(encode_parameter_file(small_car()), LOADRES));
+    EXPECT_TRUE(read_error_when_unreadable(encode_parameter_file(small_car()), LOADRES));
 }
 
 TEST_F(ParameterFiles, EmptyFileLoadsAndChangesNothingButTheTitle) {

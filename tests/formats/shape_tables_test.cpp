@@ -120,8 +120,8 @@ TEST_F(ShapeTables, NoFileIsReportedAndChangesNothing) {
         EXPECT_TRUE(CAR[0] == before);
         EXPECT_EQ(PAINTJOBS, 7);
     }
-    EXPECT_TRUE(not_found_when_unreadable(encode_shape_file(*numbered_shapes(4, 4, 7)),
-                                          [](const std::string& name) { LOAD3SH(name, all_shapes); }));
+    EXPECT_TRUE(read_error_when_unreadable(encode_shape_file(*numbered_shapes(4, 4, 7)),
+                                           [](const std::string& name) { LOAD3SH(name, all_shapes); }));
 }
 
 // ODDITY shape-count-byte

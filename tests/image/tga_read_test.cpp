@@ -10,17 +10,13 @@
 
 namespace {
 
-struct Decoded {
-    ImageHandle image;
-    std::int16_t error = 0;
-};
-
-Decoded decode(const Bytes& file, TargaPalette* palette = nullptr) {
-    Decoded result;
-    result.image = decode_targa(file, palette, result.error);
+TargaPicture decode(const Bytes& file) {
+    TargaPicture result = decode_targa(file);
     EXPECT_EQ(result.image == nullptr, result.error != 0);
     return result;
 }
+
+using ColourMap = std::vector<TargaEntry>;
 
 std::vector<std::uint32_t> pixels_of(const Image& image) {
     std::vector<std::uint32_t> pixels;
@@ -56,6 +52,22 @@ TEST(TargaReader, Type2Depth32WithAlphaBits) {
               (Pixels{0x04030201, 0x08070605}));
 }
 
+// Four bytes are read for a pixel of three, but for the last one of what there is.
+TEST(TargaReader, Type2Depth24OfEveryLengthBecomesOpaque) {
+    for (int width = 1; width <= 9; ++width) {
+        Pixels expected;
+        for (int x = 0; x < width; ++x)
+            expected.push_back(0xFF000000u | static_cast<unsigned>((3 * x + 3) << 16 | (3 * x + 2) << 8 | (3 * x + 1)));
+        Bytes data;
+        for (int i = 1; i <= 3 * width; ++i)
+            data.push_back(static_cast<std::byte>(i));
+        EXPECT_EQ(decoded_pixels({.image_type = 2, .width = width, .height = 1, .depth = 24}, data), expected);
+        data.pop_back(); // the last pixel lacks a byte
+        expected.back() = 0;
+        EXPECT_EQ(decoded_pixels({.image_type = 2, .width = width, .height = 1, .depth = 24}, data), expected);
+    }
+}
+
 TEST(TargaReader, Type2Depth24BecomesOpaque) {
     EXPECT_EQ(decoded_pixels({.image_type = 2, .width = 2, .height = 1, .depth = 24}, byte_list({1, 2, 3, 4, 5, 6})),
               (Pixels{0xFF030201, 0xFF060504}));
@@ -74,7 +86,7 @@ TEST(TargaReader, The16BitPathsDifferOnPurpose) {
     }
 }
 
-TEST(TargaReader, Type9Depth8WithTheColourMapIntoABuffer) {
+TEST(TargaReader, Type9Depth8WithItsColourMap) {
     for (const int entry_bytes : {3, 4}) {
         const TargaFields fields{.map_type = 1,
                                  .image_type = 9,
@@ -86,44 +98,38 @@ TEST(TargaReader, Type9Depth8WithTheColourMapIntoABuffer) {
                                  .depth = 8};
         const Bytes map =
             entry_bytes == 3 ? byte_list({10, 11, 12, 20, 21, 22}) : byte_list({10, 11, 12, 13, 20, 21, 22, 23});
-        TargaPalette palette{};
-        palette[0] = 99;
-        const auto decoded = decode(joined({targa_header(fields), map, byte_list({0x81, 2, 0x00, 3})}), &palette);
+        const auto decoded = decode(joined({targa_header(fields), map, byte_list({0x81, 2, 0x00, 3})}));
         ASSERT_EQ(decoded.error, 0);
         EXPECT_EQ(decoded.image->bytes_per_pixel(), 1);
         EXPECT_EQ(pixels_of(*decoded.image), (Pixels{2, 2, 3}));
-        EXPECT_EQ(palette[0], 99);
-        EXPECT_EQ(std::vector<int>(palette.begin() + 6, palette.begin() + 12),
-                  (std::vector<int>{10, 11, 12, 20, 21, 22}));
-        EXPECT_EQ(palette[12], 0);
+        EXPECT_EQ(decoded.first_entry, 2u);
+        EXPECT_EQ(decoded.colour_map, (ColourMap{{10, 11, 12}, {20, 21, 22}}));
     }
 }
 
-TEST(TargaReader, ColourMapWithoutABufferGoesIntoTheScreensPalette) {
+// One entry, of index 7.
+Bytes file_with_a_colour_map() {
     const TargaFields fields{
         .map_type = 1, .image_type = 9, .map_first = 7, .map_length = 1, .map_entry_bits = 24, .depth = 8};
-    const std::uint32_t before = palette_entry(8);
-    decode(joined({targa_header(fields), byte_list({10, 20, 30}), byte_list({0, 7})}));
-    EXPECT_EQ(palette_entry(7), 0x1E140Au); // red is the third byte
-    EXPECT_EQ(palette_entry(8), before);
-    set_palette_entry(7, 7, 7, 7);
+    return joined({targa_header(fields), byte_list({10, 20, 30}), byte_list({0, 7})});
+}
+
+TEST(TargaReader, DecodingTouchesNoPaletteOfTheProgram) {
+    const std::uint32_t before = palette_entry(7);
+    EXPECT_EQ(decode(file_with_a_colour_map()).colour_map, (ColourMap{{10, 20, 30}}));
+    EXPECT_EQ(palette_entry(7), before);
 }
 
 TEST(TargaReader, ColourMapIsCutAtEntry256AndAtTheEndOfTheFile) {
-    TargaPalette palette{};
     const TargaFields past{
         .map_type = 1, .image_type = 9, .map_first = 255, .map_length = 65535, .map_entry_bits = 24, .depth = 8};
-    EXPECT_EQ(decode(joined({targa_header(past), byte_list({1, 2, 3, 4, 5, 6})}), &palette).error, 0);
-    EXPECT_EQ(std::vector<int>(palette.begin() + 762, palette.end()), (std::vector<int>{0, 0, 0, 1, 2, 3}));
+    EXPECT_EQ(decode(joined({targa_header(past), byte_list({1, 2, 3, 4, 5, 6})})).colour_map, (ColourMap{{1, 2, 3}}));
     const TargaFields far{
         .map_type = 1, .image_type = 9, .map_first = 65535, .map_length = 65535, .map_entry_bits = 24, .depth = 8};
-    TargaPalette untouched{};
-    EXPECT_EQ(decode(joined({targa_header(far), counting_bytes(30)}), &untouched).error, 0);
-    EXPECT_EQ(untouched, TargaPalette{});
+    EXPECT_EQ(decode(joined({targa_header(far), counting_bytes(30)})).colour_map, ColourMap());
     const TargaFields cut{.map_type = 1, .image_type = 9, .map_length = 3, .map_entry_bits = 32, .depth = 8};
-    TargaPalette partly{};
-    decode(joined({targa_header(cut), byte_list({1, 2, 3, 4, 5, 6, 7})}), &partly); // the second entry lacks a byte
-    EXPECT_EQ(std::vector<int>(partly.begin(), partly.begin() + 6), (std::vector<int>{1, 2, 3, 0, 0, 0}));
+    const auto partly = decode(joined({targa_header(cut), byte_list({1, 2, 3, 4, 5, 6, 7})}));
+    EXPECT_EQ(partly.colour_map, (ColourMap{{1, 2, 3}})) << "the second entry lacks a byte";
 }
 
 TEST(TargaReader, IdFieldAndColourMapAreSteppedOver) {
@@ -254,14 +260,13 @@ std::vector<GoodFile> good_files() {
 
 TEST(TargaReader, FilesCutAtEveryByteLeaveTheRestOfTheImageZero) {
     for (const auto& [name, bytes] : good_files()) {
-        TargaPalette palette{};
-        const auto whole = decode(bytes, &palette);
+        const auto whole = decode(bytes);
         ASSERT_EQ(whole.error, 0) << name;
         for (const std::uint32_t pixel : pixels_of(*whole.image))
             ASSERT_NE(pixel, 0u) << name;
         int filled_before = 0;
         for (std::size_t length = 0; length < bytes.size(); ++length) {
-            const auto cut = decode(first_bytes(bytes, length), &palette);
+            const auto cut = decode(first_bytes(bytes, length));
             if (length < 18) {
                 // Without a whole header there is no format; a descriptor of 0 alone reads as one without alpha bits.
                 if (length < 17) {
@@ -306,6 +311,20 @@ TEST_F(TargaLoad, GoodFileClearsTheErrorOfAnEarlierCall) {
     EXPECT_EQ(image->pixel(0, 0), 0xFF030201u);
     EXPECT_EQ(TARGAERROR, 0);
     EXPECT_EQ(TARGAERRORMESSAGE, "");
+}
+
+TEST_F(TargaLoad, TheColourMapGoesIntoTheBufferOrIntoThePaletteOf8BitImages) {
+    const std::uint32_t before = palette_entry(8);
+    load(file_with_a_colour_map());
+    EXPECT_EQ(palette_entry(7), 0x1E140Au) << "red is the third byte";
+    EXPECT_EQ(palette_entry(8), before);
+    set_palette_entry(7, 7, 7, 7);
+
+    TargaPalette palette{};
+    TARGALOAD(path(), &palette);
+    EXPECT_EQ(std::vector<int>(palette.begin() + 18, palette.begin() + 27),
+              (std::vector<int>{0, 0, 0, 10, 20, 30, 0, 0, 0}));
+    EXPECT_EQ(palette_entry(7), 0x070707u) << "with a buffer the palette stays";
 }
 
 TEST_F(TargaLoad, EveryFailureSetsItsCodeAndMessage) {

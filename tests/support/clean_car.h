@@ -23,14 +23,15 @@ protected:
         return {directory / "missing", directory / "folder", directory / "pipe", std::string()};
     }
 
-    // Whether `load` reports "File not found" for a file without any permission.
-    bool not_found_when_unreadable(const Bytes& content, const std::function<void(const std::string&)>& load) {
+    // Whether `load` reports "Read error" with its reason for a file without any permission.
+    bool read_error_when_unreadable(const Bytes& content, const std::function<void(const std::string&)>& load) {
         put_file(directory / "locked", content);
         std::filesystem::permissions(directory / "locked", std::filesystem::perms::none);
         std::filesystem::permissions(directory.path(), std::filesystem::perms::all);
         return run_as_ordinary_user([&] {
                    load(directory / "locked");
-                   return FILE_ERNUM == file_status::not_found && FILE_ERROR == "File not found" ? 0 : 1;
+                   const bool told = FILE_ERROR == "Read error" && FILE_REASON == "Permission denied";
+                   return FILE_ERNUM == file_status::read_error && told ? 0 : 1;
                }) == 0;
     }
 

@@ -1,48 +1,18 @@
+// Saving whole files.
+#include "base/descriptor.h"
 #include "base/file_io.h"
-
 #include "base/file_status.h"
 
-#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
 #include <functional>
-#include <new>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
-
-// A file descriptor that closes itself.
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    ~Descriptor() {
-        if (number_ >= 0) ::close(number_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    bool open() const { return number_ >= 0; }
-    int number() const { return number_; }
-
-private:
-    int number_;
-};
-
-bool is_regular_file(const std::string& path) {
-    struct stat status {};
-    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
-}
-
-// How many bytes a reading may bring at most, for memory to be set aside only for data that is there.
-std::size_t expected_size(int descriptor, std::size_t limit) {
-    struct stat status {};
-    if (::fstat(descriptor, &status) != 0 || status.st_size < 0) return 0;
-    return std::min(static_cast<std::size_t>(status.st_size), limit);
-}
 
 constexpr int most_links = 40;
 
@@ -173,33 +143,6 @@ bool save_by_unnamed_file(const std::string& directory, const std::string& targe
 
 } // namespace
 
-bool file_exists(const std::string& path) { return is_regular_file(path); }
-
-std::optional<Bytes> read_file_or_throw(const std::string& path, std::size_t limit) {
-    if (!is_regular_file(path)) return std::nullopt;
-    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (!file.open()) return std::nullopt;
-
-    Bytes content(expected_size(file.number(), limit));
-    std::size_t filled = 0;
-    while (filled < content.size()) {
-        const ssize_t count = ::read(file.number(), content.data() + filled, content.size() - filled);
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) break;
-        filled += static_cast<std::size_t>(count);
-    }
-    content.resize(filled);
-    return content;
-}
-
-std::optional<Bytes> read_file(const std::string& path, std::size_t limit) {
-    try {
-        return read_file_or_throw(path, limit);
-    } catch (const std::bad_alloc&) {
-        return std::nullopt;
-    }
-}
-
 SaveOutcome save_file(const std::string& path, std::span<const std::byte> content) {
     const std::string target = behind_links(path);
     if (!may_replace(target)) return SaveOutcome::cannot_create;
@@ -219,16 +162,4 @@ void save_and_report(const std::string& path, std::span<const std::byte> content
     case SaveOutcome::cannot_create: report_file(file_status::invalid_name); break;
     case SaveOutcome::write_failed: report_file(file_status::write_error); break;
     }
-}
-
-std::optional<Bytes> load_and_report(const std::string& path) {
-    begin_file(path);
-    auto content = read_file(path, largest_file + 1);
-    if (!content) {
-        report_file(file_status::not_found);
-    } else if (content->size() > largest_file) {
-        content->resize(largest_file);
-        report_file(file_status::cut_to_fit);
-    }
-    return content;
 }
