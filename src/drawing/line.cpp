@@ -25,10 +25,16 @@ std::int64_t first_step_with(std::int64_t moved, std::int64_t longer, std::int64
 struct Course {
     std::int64_t along, across; // the start
     std::int64_t longer, shorter;
-    std::int64_t direction;
+    int direction;
+
+    bool lies_within(int along_from, int along_to, int across_from, int across_to) const {
+        const auto [least, most] = std::minmax({across, across + direction * shorter});
+        return along >= along_from && along + longer <= along_to && least >= across_from && most <= across_to;
+    }
 
     // Steps whose pixel lies within the given bounds of both coordinates.
     Steps within(int along_from, int along_to, int across_from, int across_to) const {
+        if (lies_within(along_from, along_to, across_from, across_to)) return {0, longer};
         Steps steps{std::max<std::int64_t>(along_from - along, 0), std::min<std::int64_t>(along_to - along, longer)};
         // How far `across` may have moved, as a distance from the start.
         const std::int64_t least = direction > 0 ? across_from - across : across - across_to;
@@ -40,22 +46,28 @@ struct Course {
         return steps;
     }
 
-    template <typename Visit>
-    void walk(const Steps& steps, Visit visit) const {
-        if (steps.first > steps.last) return;
+    // Calls put(along, across) for the pixels of the steps, of which there must be one, and touch() with the first and
+    // the last of them.
+    template <typename Put, typename Touch>
+    void walk(const Steps& steps, Put put, Touch touch) const {
         // m(i) is the quotient by `whole`; the remainder tells when it grows next.
         const std::int64_t whole = std::max<std::int64_t>(2 * longer, 1);
         const std::int64_t sum = 2 * steps.first * shorter + std::max<std::int64_t>(longer - 1, 0);
-        std::int64_t moved = sum / whole;
-        std::int64_t remainder = sum % whole;
-        for (std::int64_t i = steps.first; i <= steps.last; ++i) {
-            visit(along + i, across + direction * moved);
+        const std::int64_t moved = sum < whole ? 0 : sum / whole;
+        std::int64_t remainder = sum - moved * whole;
+        int at = static_cast<int>(across + direction * moved);
+        const int first = static_cast<int>(along + steps.first), last = static_cast<int>(along + steps.last);
+        const int first_across = at;
+        for (int i = first;; ++i) {
+            put(i, at);
+            if (i == last) break;
             remainder += 2 * shorter;
             if (remainder >= whole) {
                 remainder -= whole;
-                ++moved;
+                at += direction;
             }
         }
+        touch(first, first_across, last, at);
     }
 };
 
@@ -73,13 +85,19 @@ void plot_line(Plotter& plotter, std::int64_t x1, std::int64_t y1, std::int64_t 
     const Rectangle& clip = plotter.clip();
     if (clip.empty()) return;
     if (y1 == y2) return plotter.across(std::min(x1, x2), std::max(x1, x2), y1);
-    if (std::abs(x2 - x1) >= std::abs(y2 - y1)) {
-        const Course line = course(x1, y1, x2, y2);
-        line.walk(line.within(clip.x1, clip.x2, clip.y1, clip.y2),
-                  [&](std::int64_t x, std::int64_t y) { plotter.pixel(x, y); });
-    } else {
-        const Course line = course(y1, x1, y2, x2);
-        line.walk(line.within(clip.y1, clip.y2, clip.x1, clip.x2),
-                  [&](std::int64_t y, std::int64_t x) { plotter.pixel(x, y); });
-    }
+    const bool flat = std::abs(x2 - x1) >= std::abs(y2 - y1);
+    const Course line = flat ? course(x1, y1, x2, y2) : course(y1, x1, y2, x2);
+    const Steps steps =
+        flat ? line.within(clip.x1, clip.x2, clip.y1, clip.y2) : line.within(clip.y1, clip.y2, clip.x1, clip.x2);
+    if (steps.first > steps.last) return;
+    const auto touched = [&](int left, int top, int right, int bottom) {
+        plotter.touch({std::min(left, right), std::min(top, bottom), std::max(left, right), std::max(top, bottom)});
+    };
+    if (flat)
+        line.walk(
+            steps, [&](int x, int y) { plotter.set_inside(x, y); }, touched);
+    else
+        line.walk(
+            steps, [&](int y, int x) { plotter.set_inside(x, y); },
+            [&](int top, int left, int bottom, int right) { touched(left, top, right, bottom); });
 }
