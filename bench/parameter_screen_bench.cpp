@@ -4,8 +4,6 @@
 #include "model/parameters.h"
 #include "params/parameter_screen.h"
 #include "params/parameter_table.h"
-#include "params/target_edit.h"
-#include "widgets/menu_bar.h"
 #include "window/backend.h"
 #include "window/window.h"
 
@@ -16,6 +14,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <numbers>
+#include <span>
 #include <vector>
 
 namespace {
@@ -29,13 +28,9 @@ class HoppingMouse : public Backend {
 public:
     bool open(int, int, std::string&) override { return true; }
     void set_title(const std::string&) override {}
-    void present(const Image& picture, const Rectangle& changed) override {
-        const auto first = static_cast<std::size_t>(changed.x1) * bytes_per_pixel;
-        const auto length = static_cast<std::size_t>(changed.x2 - changed.x1 + 1) * bytes_per_pixel;
-        for (int y = changed.y1; y <= changed.y2; ++y) {
-            const auto from = picture.row(y).subspan(first, length);
-            std::copy(from.begin(), from.end(), shown_.begin() + y * screen_width * bytes_per_pixel);
-        }
+    void present(const Image& picture, std::span<const Rectangle> changed) override {
+        for (const Rectangle& rectangle : changed)
+            copy(picture, rectangle);
         benchmark::DoNotOptimize(shown_.data());
     }
     void poll(std::vector<InputEvent>& events) override {
@@ -52,6 +47,15 @@ public:
 private:
     static constexpr int bytes_per_pixel = 4;
 
+    void copy(const Image& picture, const Rectangle& changed) {
+        const auto first = static_cast<std::size_t>(changed.x1) * bytes_per_pixel;
+        const auto length = static_cast<std::size_t>(changed.x2 - changed.x1 + 1) * bytes_per_pixel;
+        for (int y = changed.y1; y <= changed.y2; ++y) {
+            const auto from = picture.row(y).subspan(first, length);
+            std::copy(from.begin(), from.end(), shown_.begin() + y * screen_width * bytes_per_pixel);
+        }
+    }
+
     int point_ = 0;
     std::vector<std::uint8_t> shown_ =
         std::vector<std::uint8_t>(static_cast<std::size_t>(screen_width * screen_height * bytes_per_pixel));
@@ -65,20 +69,13 @@ void make_curve() {
 
 void redraw(ParameterScreen& state) {
     state.redraw = true;
-    draw(state);
+    redraw_screen(state, parameter_screen);
     benchmark::DoNotOptimize(screen().image().bytes().data());
 }
 
-// In the order of the screen's pass.
-void hover(ParameterScreen& state) {
-    draw(state);
-    on_mouse(state);
-    state.last = state.now;
-    state.now = read_mouse();
-    on_key(state, read_key());
-    MAINTAINMENU(false);
-    for (const RowRange& rows : shown_rows(state))
-        MAINTAINTARGETS(rows.first, rows.last);
+// The screen's own pass.
+void hover(ParameterScreen& state, RunningScreen& running) {
+    run_pass(state, parameter_screen, running);
     benchmark::DoNotOptimize(screen().image().bytes().data());
 }
 
@@ -90,13 +87,14 @@ int main() {
     INITPARAMTARGETS();
     make_curve();
     ParameterScreen state;
+    RunningScreen running(state);
     redraw(state);
 
     const auto run = compare(
         21,
         [&] {
             for (int i = 0; i < moves; ++i)
-                hover(state);
+                hover(state, running);
         },
         [&] {
             for (int i = 0; i < moves; ++i)

@@ -1,72 +1,89 @@
 #include "app/program.h"
-#include "model/document.h"
-#include "model/preview.h"
 
+#include "app/screens.h"
 #include "base/config.h"
 #include "base/random.h"
 #include "base/version.h"
-#include "dash/dash_screen.h"
-#include "editor3d/editor_screen.h"
 #include "editor3d/views.h"
-#include "files/file_screen.h"
 #include "formats/bitmap_file.h"
 #include "formats/material_file.h"
 #include "formats/palette_file.h"
 #include "image/tga.h"
+#include "model/document.h"
 #include "model/items.h"
-#include "params/parameter_screen.h"
+#include "model/preview.h"
 #include "params/parameter_table.h"
-#include "widgets/menu_bar.h"
+#include "widgets/screen_loop.h"
 #include "widgets/widgets.h"
-#include "window/input.h"
-#include "window/window.h"
+
+#include <algorithm>
 
 namespace {
 
 constexpr int text_columns = 120, text_rows = 40;
 
-// Not shown yet: the first frame is the one with the menu bar.
-void fill_whole_screen() { fill_box(screen(), 0, 0, screen_width - 1, screen_height - 1, colour::background); }
+// Not shown yet: the first frame that a person sees is the first screen, whole, with the menu bar.
+void draw_menu_bar() {
+    lock_screen();
+    MAINTAINMENU(true);
+    unlock_screen_unshown();
+}
 
 } // namespace
 
-bool start_up(const std::string& invocation_path, std::string& error) {
-    if (!open_screen(error)) return false;
-    set_text_grid(text_columns, text_rows);
-    set_window_title(std::string(program_title));
-    fill_whole_screen();
-
+void fill_tables() {
     INITPARAMTARGETS();
     INIT3DWINDOWS();
     INITDASHITEMS();
+}
 
+void read_data_files(const std::string& invocation_path) {
     LOADCONFIG(invocation_path);
     LOADMATERIALS();
     LOADPALETTE();
     LOADVSH(PROGDIR + "default.vsh");
     seed_random(timer());
     MENUIMG = TARGALOAD(PROGDIR + "images.tga");
-    lock_screen();
-    MAINTAINMENU(true);
-    unlock_screen_unshown(); // the first frame that a person sees is the first screen, whole
+}
+
+bool open_window(std::string& error) {
+    if (!open_screen(error)) return false;
+    set_text_grid(text_columns, text_rows);
+    set_window_title(std::string(program_title));
+    fill_box(screen(), 0, 0, screen_width - 1, screen_height - 1, colour::background);
     return true;
 }
 
+// The window comes first: the window system makes it while the files are read, and where there is none, nothing is
+// read. The menu bar comes last, because its icons are one of the files.
+bool start_up(const std::string& invocation_path, std::string& error) {
+    if (!open_window(error)) return false;
+    fill_tables();
+    read_data_files(invocation_path);
+    draw_menu_bar();
+    return true;
+}
+
+namespace {
+
+// A number that no screen has: only the menu bar is kept, until one of its cells is clicked or the window is closed.
+constexpr KeyBinding<ScreenState> idle_keys[] = {
+    {{key::close_window}, "ends the program", end_program<ScreenState>},
+};
+constexpr Step idle_order[] = {Step::read, Step::key, Step::menu_bar};
+constexpr Screen<ScreenState> idle_screen{.order = idle_order, .keys = idle_keys};
+
+void run_idle() {
+    ScreenState state;
+    run_screen(state, idle_screen);
+}
+
+} // namespace
+
 void run_screens() {
     while (CURMENU != screen_number::quit) {
-        switch (CURMENU) {
-        case screen_number::files: FILEHANDLING(file_screen_mode::cars); break;
-        case screen_number::editor_3d: EDIT3D(); break;
-        case screen_number::dash_manager: DASHMANAGER(); break;
-        case screen_number::parameters: EDITPARAMS(); break;
-        default:
-            read_mouse();
-            if (read_key() == key::close_window)
-                CURMENU = screen_number::quit;
-            else
-                MAINTAINMENU(false);
-            break;
-        }
+        const auto row = std::ranges::find(screens(), CURMENU, &ScreenRow::number);
+        row != screens().end() ? row->run() : run_idle();
     }
 }
 

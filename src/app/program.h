@@ -3,6 +3,11 @@
 
 #include <string>
 
+// The three steps of the start. The first two need no window, and serve programs that have none.
+void fill_tables();
+void read_data_files(const std::string& invocation_path); // after fill_tables(); a missing file stops nothing
+bool open_window(std::string& error);                     // see start_up()
+
 // Opens the window, fills the tables and reads the data files, in the order in which they build on each other. A
 // missing data file stops nothing. False, with one line of reason in `error`, when no window can be opened.
 bool start_up(const std::string& invocation_path, std::string& error);

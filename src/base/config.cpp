@@ -3,6 +3,7 @@
 #include "base/byte_reader.h"
 #include "base/file_io.h"
 #include "base/file_status.h"
+#include "base/reset.h"
 #include "base/text.h"
 
 #include <algorithm>
@@ -122,4 +123,8 @@ void reset_config() {
     for (std::string& value : CONFIG_VALUE)
         value.clear();
     CONFIGS = 0;
+}
+
+namespace {
+const ResetWithProgram registered(reset_config);
 }

@@ -1,5 +1,7 @@
 #include "base/file_status.h"
 
+#include "base/reset.h"
+
 #include <utility>
 
 std::string FILE_FILE;
@@ -43,4 +45,8 @@ void reset_file_status() {
     FILE_ERNUM = file_status::success;
     FILE_REASON.clear();
     unreadable_files.clear();
+}
+
+namespace {
+const ResetWithProgram registered(reset_file_status);
 }

@@ -1,16 +1,14 @@
 // Table<T, First, Last>: a fixed-size table whose first index is not zero by accident. The car's tables are numbered
-// from 1, some carry an entry 0 with a meaning of its own; the index of every access is checked, in every build.
+// from 1, some carry an entry 0 with a meaning of its own; the index of every access is checked, in every build. A
+// wrong one ends the program with a line that names it, after what set_rescue() names had its chance.
 #pragma once
 
 #include <array>
 #include <cstddef>
-#include <cstdio>
-#include <cstdlib>
 
-[[noreturn]] inline void table_index_out_of_range(long index, long first, long last) {
-    std::fprintf(stderr, "karosmit: table index %ld outside %ld..%ld\n", index, first, last);
-    std::abort();
-}
+// Called once before a wrong index ends the program, to save what a person has made; null is none.
+void set_rescue(void (*rescue)());
+[[noreturn]] void table_index_out_of_range(long index, long first, long last);
 
 template <typename T, int First, int Last>
 class Table {

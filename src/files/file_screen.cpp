@@ -4,11 +4,8 @@
 #include "files/file_list.h"
 #include "files/transfer.h"
 #include "widgets/line_edit.h"
-#include "widgets/menu_bar.h"
-#include "widgets/title.h"
+#include "widgets/screen_loop.h"
 #include "widgets/widgets.h"
-#include "window/input.h"
-#include "window/window.h"
 
 #include <algorithm>
 #include <array>
@@ -38,7 +35,7 @@ const std::string picture_filter = ".tga.bmp.jpg.jpeg.png.gif.pcx.";
 
 enum class Field : std::size_t { directory, file };
 
-struct FileScreen {
+struct FileScreen : ScreenState {
     std::uint8_t mode = file_screen_mode::cars;
     std::array<LineEdit, 2> fields{LineEdit(field_limit, current_directory()), LineEdit(field_limit)};
     Field focus = Field::file;
@@ -47,10 +44,9 @@ struct FileScreen {
     int chosen = 0;
     std::string list_mode{};
     bool rescan = true, redraw_list = true, redraw_fields = true;
-    bool leave = false;
     std::string result{};
-    MouseState previous{.x = -2, .y = -2, .wheel = 0, .buttons = 0}; // unlike any reading
 
+    explicit FileScreen(std::uint8_t in_mode);
     LineEdit& field(Field which) { return fields[static_cast<std::size_t>(which)]; }
     LineEdit& focused() { return field(focus); }
 };
@@ -63,20 +59,20 @@ std::string first_list_mode(std::uint8_t mode) {
     }
 }
 
+FileScreen::FileScreen(std::uint8_t in_mode) : mode(in_mode), list_mode(first_list_mode(in_mode)) {}
+
 // --- drawing -------------------------------------------------------------------------------------------------------
 
 // Draws inside an area only, on fresh background.
 template <typename Draw>
 void redraw_area(const Rectangle& area, Draw draw) {
     const ScreenLock lock;
+    const ClipGuard clip(screen(), area);
     fill_box(screen(), area.x1, area.y1, area.x2, area.y2, colour::background);
-    screen().set_clip(area.x1, area.y1, area.x2, area.y2);
     draw();
-    screen().reset_clip();
 }
 
 void draw_frame(std::uint8_t mode) {
-    const ScreenLock lock;
     clear_work_area();
     draw_text(screen(), 16, 16, "= FILES =", colour::title);
     DRAWSECTION(16, 50, 599, 99, "Input", false);
@@ -152,17 +148,6 @@ void draw_status(const TransferReport& report) {
 
 // --- actions -------------------------------------------------------------------------------------------------------
 
-void end_program(FileScreen& state) {
-    CURMENU = screen_number::quit;
-    state.leave = true;
-}
-
-// After this a click that was acted on is over.
-void wait_for_release(FileScreen& state) {
-    wait_until_buttons_released();
-    if (close_requested()) end_program(state);
-}
-
 void put_text(FileScreen& state, Field which, const std::string& text) {
     state.field(which).set_text(text);
     if (state.focus == which) state.focused().caret_to_end();
@@ -182,7 +167,6 @@ void show_where_it_went(FileScreen& state, Transfer direction) {
 void run_transfer(FileScreen& state, Transfer direction) {
     const std::string name = state.field(Field::file).text();
     const TransferReport report = transfer(direction, name);
-    show_title();
     if (report.unknown_format && state.mode == file_screen_mode::pictures) {
         state.result = (direction == Transfer::load ? "L:" : "S:") + name;
         state.leave = true;
@@ -234,59 +218,77 @@ void scroll(FileScreen& state, int rows_down) {
     state.redraw_list = true;
 }
 
-void on_list(FileScreen& state, const MouseState& at) {
+// A click on a row is over with the release.
+void choose(FileScreen& state, int entry) {
+    if (state.redraw_list) draw_list(state);
+    if (wait_for_release()) state.chosen = entry;
+}
+
+void on_list(FileScreen& state) {
+    const MouseState& at = state.input.mouse;
     const int row = (at.y - list_area.y1) / glyph_height;
     const bool is_row = row < list_rows;
     hover(state, is_row ? row : no_row);
-    if (at.buttons == 1 && is_row && state.top + row <= LFILES) {
-        state.chosen = state.top + row;
-        if (state.redraw_list) draw_list(state);
-        wait_for_release(state);
-    }
-    if (at.wheel != state.previous.wheel) scroll(state, state.previous.wheel - at.wheel);
+    if (at.buttons == 1 && is_row && state.top + row <= LFILES) choose(state, state.top + row);
+    if (at.wheel != state.input.before.wheel) scroll(state, state.input.before.wheel - at.wheel);
 }
 
-void on_mouse(FileScreen& state, const MouseState& at) {
-    if (at == state.previous) return;
-    if (in_list(at)) {
-        on_list(state, at);
-    } else {
+void on_mouse(FileScreen& state) {
+    if (in_list(state.input.mouse))
+        on_list(state);
+    else
         hover(state, no_row);
-    }
-    state.previous = at;
-    state.previous.buttons = mouse().buttons; // released by now, if a click was waited for
 }
 
-void on_button(FileScreen& state, int button) {
-    switch (button) {
+void maintain_buttons(FileScreen& state) {
+    switch (MAINTAINBUTTONS()) {
     case load_button: run_transfer(state, Transfer::load); break;
     case save_button: run_transfer(state, Transfer::save); break;
-    case toggle_button: break;
+    case toggle_button:
+        if (wait_for_release()) toggle_list(state);
+        return;
     default: return;
     }
-    wait_for_release(state);
-    if (button == toggle_button) toggle_list(state);
+    wait_for_release();
 }
 
 // --- keys ----------------------------------------------------------------------------------------------------------
 
-void on_key(FileScreen& state, const std::string& pressed) {
-    if (pressed == key::escape || pressed == key::close_window) {
-        end_program(state);
-    } else if (pressed == key::tab || pressed == key::up || pressed == key::down) {
-        switch_focus(state);
-    } else if (pressed == key::enter) {
-        if (state.focus == Field::directory) enter_directory(state, state.focused().text());
-    } else if (pressed == key::control('L')) {
-        run_transfer(state, Transfer::load);
-    } else if (pressed == key::control('S')) {
-        run_transfer(state, Transfer::save);
-    } else if (pressed == key::control('C')) {
-        toggle_list(state);
-    } else if (state.focused().handle_key(pressed)) {
-        state.redraw_fields = true;
-    }
+void edit_field(FileScreen& state) {
+    if (state.focused().handle_key(state.input.key)) state.redraw_fields = true;
 }
+
+void enter_typed_directory(FileScreen& state) {
+    if (state.focus == Field::directory) enter_directory(state, state.focused().text());
+}
+
+template <Transfer direction>
+void transfer_by_key(FileScreen& state) {
+    run_transfer(state, direction);
+}
+
+constexpr KeyBinding<FileScreen> keys[] = {
+    {{},
+     "a car or file goes into the File field; a directory or link is entered. \" (c/p)\" marks a project",
+     nullptr,
+     "click on a row"},
+    {{}, "scrolls it, to the last row but one; the list has room for 200 entries", nullptr, "wheel over the list"},
+    {{key::tab, key::up, key::down}, "changes between the Dir and the File field", switch_focus},
+    {{key::any_character, key::backspace, key::delete_, key::left, key::right},
+     "edit the field, 62 characters at most",
+     edit_field},
+    {{key::home, key::end}, "the caret goes to the front or behind the text", edit_field},
+    {{key::enter},
+     "enters that directory; until then files come from, and go to, the one before",
+     enter_typed_directory,
+     "Enter in Dir"},
+    {{key::ctrl<'L'>}, "loads", transfer_by_key<Transfer::load>, "Ctrl+L, \"Load File\""},
+    {{key::ctrl<'S'>}, "saves", transfer_by_key<Transfer::save>, "Ctrl+S, \"Save File\""},
+    {{key::ctrl<'C'>}, "shows cars by name, or car files", toggle_list, "Ctrl+C, \"Toggle Cars/Files\""},
+    {{key::escape, key::close_window}, "ends the program", end_program<FileScreen>},
+};
+
+// --- the screen ----------------------------------------------------------------------------------------------------
 
 void act_on_chosen(FileScreen& state) {
     if (state.chosen == 0) return;
@@ -303,42 +305,32 @@ void act_on_chosen(FileScreen& state) {
 }
 
 void redraw(FileScreen& state) {
+    if (state.repaint) {
+        draw_frame(state.mode);
+        state.redraw_fields = state.redraw_list = true;
+    }
     if (state.rescan) rescan(state);
     if (state.redraw_fields) draw_fields(state);
     if (state.redraw_list) draw_list(state);
 }
 
-// One round of the loop; false when the screen is to be left.
-bool pass(FileScreen& state) {
-    redraw(state);
-    const MouseState at = read_mouse();
-    const std::string pressed = read_key();
-    on_mouse(state, at);
-    on_button(state, MAINTAINBUTTONS());
-    if (!state.leave) on_key(state, pressed);
-    if (state.leave || MAINTAINMENU(false) < 0) return false;
-    act_on_chosen(state);
-    return true;
-}
-
-void clear_screen() {
-    BUTTONS = 0;
-    const ScreenLock lock;
-    clear_work_area();
-}
+constexpr Step order[] = {Step::redraw, Step::read, Step::mouse, Step::widgets, Step::key, Step::menu_bar, Step::after};
+constexpr Screen<FileScreen> file_screen{
+    .order = order,
+    .redraw = redraw,
+    .on_mouse = on_mouse,
+    .widgets = maintain_buttons,
+    .keys = keys,
+    .after = act_on_chosen,
+};
 
 } // namespace
 
 std::string FILEHANDLING(std::uint8_t mode) {
-    FileScreen state{.mode = mode, .list_mode = first_list_mode(mode)};
-    state.previous.wheel = mouse().wheel;
-    {
-        const ScreenLock one_frame;
-        draw_frame(mode);
-        redraw(state);
-    }
-    while (pass(state)) {
-    }
-    clear_screen();
+    FileScreen state(mode);
+    run_screen(state, file_screen);
+    BUTTONS = 0;
     return state.result;
 }
+
+std::vector<KeyHelpTable> file_screen_keys() { return {key_help("", keys)}; }

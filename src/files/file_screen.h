@@ -2,8 +2,11 @@
 // Dash manager.
 #pragma once
 
+#include "widgets/key_table.h"
+
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace file_screen_mode {
 constexpr std::uint8_t cars = 1;     // the Files screen
@@ -13,3 +16,4 @@ constexpr std::uint8_t pictures = 2; // the picker: names with extensions that n
 // Runs the screen until another one is picked, the program is to end (CURMENU = 255), or, as a picker, a name was
 // chosen: then the result is "L:" (to load) or "S:" (to save) followed by the File field; otherwise it is empty.
 std::string FILEHANDLING(std::uint8_t mode);
+std::vector<KeyHelpTable> file_screen_keys();

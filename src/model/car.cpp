@@ -1,5 +1,7 @@
 #include "model/car.h"
 
+#include "base/reset.h"
+
 #include <algorithm>
 
 Shared<SHAPEMODEL> CARCLIP;
@@ -23,4 +25,8 @@ void reset_car() {
     CURMODEL = 0;
     PAINTJOBS = initial_paint_jobs;
     CURPJ = 0;
+}
+
+namespace {
+const ResetWithProgram registered(reset_car);
 }

@@ -1,5 +1,6 @@
 #include "model/colours.h"
 
+#include "base/reset.h"
 std::array<std::uint32_t, 256> PAL{};
 std::array<MaterialColour, 256> MATERIAL{};
 OneBased<std::array<std::uint8_t, 4>, max_colour_schemes> PJCOL;
@@ -11,4 +12,8 @@ void reset_colours() {
     for (auto& scheme : PJCOL)
         scheme.fill(0);
     PJCOLS = 0;
+}
+
+namespace {
+const ResetWithProgram registered(reset_colours);
 }

@@ -1,5 +1,7 @@
 #include "model/document.h"
 
+#include "base/reset.h"
+
 #include <tuple>
 
 CarDocument DOCUMENT;
@@ -10,4 +12,8 @@ bool CarDocument::operator==(const CarDocument& other) const {
                         car.paint_jobs, car.bitmap_count, car.bitmaps);
     };
     return content(*this) == content(other);
+}
+
+namespace {
+const ResetWithProgram registered([] { DOCUMENT = CarDocument{}; });
 }

@@ -1,5 +1,6 @@
 #include "model/preview.h"
 
+#include "base/reset.h"
 #include "model/colours.h"
 #include "model/document.h"
 
@@ -85,3 +86,7 @@ const Image* preview(const BitmapRecord& bitmap, int scale) {
 void forget_previews() { kept.clear(); }
 
 std::size_t kept_previews() { return kept.size(); }
+
+namespace {
+const ResetWithProgram registered(forget_previews);
+}

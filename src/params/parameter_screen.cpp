@@ -2,9 +2,7 @@
 
 #include "params/specifications.h"
 #include "params/target_edit.h"
-#include "widgets/menu_bar.h"
 #include "widgets/widgets.h"
-#include "window/window.h"
 
 #include <algorithm>
 #include <array>
@@ -51,52 +49,44 @@ bool dragging(const ParameterScreen& state) { return state.graph.dragged != 0; }
 
 } // namespace
 
-void draw(ParameterScreen& state) {
-    if (!state.redraw) return;
-    const ScreenLock lock;
-    if (state.repaint) draw_layout(state);
+namespace {
+
+void redraw(ParameterScreen& state) {
+    if (!state.redraw && !state.repaint) return;
+    if (state.repaint || state.overdrawn) draw_layout(state);
     for (const RowRange& rows : shown_rows(state))
         draw_targets(rows.first, rows.last, !dragging(state));
     draw_torque_graph(screen(), state.graph);
     state.redraw = false;
-    // What was drawn over other sections must go with the next change.
-    state.repaint = reaches_outside(state.graph);
+    state.overdrawn = reaches_outside(state.graph);
 }
-
-namespace {
 
 void select_point(ParameterScreen& state, int point) {
     state.graph.selected = std::clamp(point, 0, torque_points - 1);
     state.redraw = true;
 }
 
-// Two frames, as the boxes and the values lie far apart: what is shown is one rectangle a frame.
 void hover(TorqueGraph& graph, int point) {
-    {
-        const ScreenLock lock;
-        draw_hovered_point(screen(), graph, point);
-    }
     const ScreenLock lock;
+    draw_hovered_point(screen(), graph, point);
     draw_hovered_values(screen(), point);
     graph.hovered_speed = point * rpm_per_point;
 }
 
-// The buttons that act: none in a press that was spent on ending an edit.
-int buttons(const ParameterScreen& state) { return state.press == Press::spent ? 0 : state.now.buttons; }
-
 void on_curve(ParameterScreen& state) {
-    const int point = point_at(state.now.x);
+    const MouseState& now = state.input.mouse;
+    const int point = point_at(now.x);
     // ODDITY hover-readout-vanishes (kept): a redraw of the graph takes the highlight and the values away, and only
     // another point brings them back; the first point shows nothing when it is the first one pointed at.
     if (point * rpm_per_point != state.graph.hovered_speed) hover(state.graph, point);
-    if (buttons(state) == 1) set_torque(point, torque_at(state.now.y, state.graph.zoom));
-    if (buttons(state) == 1 || buttons(state) == 2) select_point(state, point);
+    if (now.buttons == 1) set_torque(point, torque_at(now.y, state.graph.zoom));
+    if (now.buttons == 1 || now.buttons == 2) select_point(state, point);
 }
 
 void on_marker_strip(ParameterScreen& state) {
     TorqueGraph& graph = state.graph;
-    const int speed = dragged_speed(state.now.x);
-    if (buttons(state) == 1 && state.last.buttons != 1) graph.dragged = marker_near(speed);
+    const int speed = dragged_speed(state.input.mouse.x);
+    if (state.input.mouse.buttons == 1 && state.input.before.buttons != 1) graph.dragged = marker_near(speed);
     if (graph.dragged == 0) return;
     set_marker_speed(graph.dragged, speed);
     state.redraw = true;
@@ -109,46 +99,25 @@ void end_drag(ParameterScreen& state) {
     state.redraw = true;
 }
 
-void follow_press(ParameterScreen& state) {
-    const MouseState& now = state.now;
-    const bool left_went_down = (now.buttons & ~state.last.buttons & 1) != 0;
-    if (left_went_down && state.press != Press::spent)
-        state.press = over_curve(now.x, now.y) ? Press::stroke : Press::plain;
-    if (now.buttons == 0) state.press = Press::plain;
-    if (now.buttons != 1) end_drag(state);
+// Whether the left button opens what the pointer reaches with it: not where a stroke of the curve or a drag ends.
+bool opens(const ParameterScreen& state) {
+    return !over_curve(state.input.pressed_at.x, state.input.pressed_at.y) && !dragging(state);
 }
-
-// Whether the left button opens what the pointer reaches with it.
-bool opens(const ParameterScreen& state) { return state.press == Press::plain && !dragging(state); }
-
-// A press in the field that was edited did nothing but end the edit; anywhere else it acts where it is.
-void after_edit(ParameterScreen& state, EditEnd end, bool pointer_in_field) {
-    state.mouse_waits = true;
-    state.pressed_anew = end == EditEnd::pressed;
-    if (state.pressed_anew && pointer_in_field) state.press = Press::spent;
-}
-
-void edit_specifications(ParameterScreen& state) {
-    const EditEnd end = EDITSPECS(0);
-    after_edit(state, end, over_specifications(mouse().x, mouse().y));
-}
-
-} // namespace
 
 void on_mouse(ParameterScreen& state) {
-    const MouseState& now = state.now;
-    follow_press(state);
+    if (!state.input.moved() && !state.input.buttons_changed()) return;
+    const MouseState& now = state.input.mouse;
+    if (now.buttons != 1) end_drag(state);
     if (over_curve(now.x, now.y) && !dragging(state)) on_curve(state);
     if (over_marker_strip(now.x, now.y)) on_marker_strip(state);
-    if (over_specifications(now.x, now.y) && now.buttons == 1 && opens(state)) edit_specifications(state);
+    if (over_specifications(now.x, now.y) && now.buttons == 1 && opens(state)) EDITSPECS(0);
 }
-
-namespace {
 
 template <int marker>
 void set_marker_here(ParameterScreen& state) {
-    if (!over_curve(state.now.x, state.now.y)) return;
-    set_marker_speed(marker, keyed_speed(state.now.x));
+    const Point at = state.input.mouse.at();
+    if (!over_curve(at.x, at.y)) return;
+    set_marker_speed(marker, keyed_speed(at.x));
     state.redraw = true;
 }
 
@@ -168,76 +137,49 @@ void step_torque(ParameterScreen& state) {
     state.redraw = true;
 }
 
-void leave(ParameterScreen& state) {
-    CURMENU = screen_number::quit;
-    state.leave = true;
-}
-
-} // namespace
-
-std::span<const ParameterKey> parameter_keys() {
-    static const std::array<ParameterKey, 11> keys{{
-        {"i", "I", "idle speed at the pointer", set_marker_here<1>},
-        {"d", "D", "downshift speed at the pointer", set_marker_here<2>},
-        {"u", "U", "upshift speed at the pointer", set_marker_here<3>},
-        {"m", "M", "maximum speed at the pointer", set_marker_here<4>},
-        {"z", "Z", "next zoom of the torque axis", next_zoom},
-        {key::right, "", "next point of the curve", step_point<1>},
-        {key::left, "", "previous point of the curve", step_point<-1>},
-        {key::up, "", "more torque at the selected point", step_torque<1>},
-        {key::down, "", "less torque at the selected point", step_torque<-1>},
-        {key::escape, "", "end the program", leave},
-        {key::close_window, "", "end the program", leave},
-    }};
-    return keys;
-}
-
-void on_key(ParameterScreen& state, const std::string& typed) {
-    if (typed.empty()) return;
-    for (const ParameterKey& binding : parameter_keys())
-        if (typed == binding.key || typed == binding.or_key) binding.action(state);
-}
-
-namespace {
+constexpr KeyBinding<ParameterScreen> keys[] = {
+    {{}, "edits it; Powergear: next class", nullptr, "click on a value"},
+    {{}, "sets the torque there, as long as it is down", nullptr, "left button on the curve"},
+    {{}, "selects the point", nullptr, "right button on the curve"},
+    {{}, "drags the engine speed", nullptr, "left button on a mark below the graph"},
+    {{"i", "I"}, "idle speed at the pointer", set_marker_here<1>, "I over the curve"},
+    {{"d", "D"}, "downshift speed at the pointer", set_marker_here<2>, "D over the curve"},
+    {{"u", "U"}, "upshift speed at the pointer", set_marker_here<3>, "U over the curve"},
+    {{"m", "M"}, "maximum engine speed at the pointer", set_marker_here<4>, "M over the curve"},
+    {{key::left}, "previous point of the curve", step_point<-1>},
+    {{key::right}, "next point of the curve", step_point<1>},
+    {{key::up}, "torque of the selected point, one more", step_torque<1>},
+    {{key::down}, "torque of the selected point, one less", step_torque<-1>},
+    {{"z", "Z"}, "next zoom of the torque axis, 1 to 4", next_zoom, "Z"},
+    {{}, "edits the description", nullptr, "click on the Specifications box"},
+    {{key::escape, key::close_window}, "ends the program", end_program<ParameterScreen>},
+};
 
 void maintain_targets(ParameterScreen& state) {
     if (dragging(state)) return;
-    for (const RowRange& rows : shown_rows(state)) {
-        if (MAINTAINTARGETS(rows.first, rows.last, opens(state)) == 0) continue;
-        const auto [row, end] = last_target_edit();
-        after_edit(state, end, over_target(PTARGET[row], mouse().x, mouse().y));
-    }
+    for (const RowRange& rows : shown_rows(state))
+        MAINTAINTARGETS(rows.first, rows.last, opens(state));
 }
 
-bool moved(const ParameterScreen& state) {
-    return state.now.x != state.last.x || state.now.y != state.last.y || state.now.buttons != state.last.buttons;
-}
-
-void next_mouse(ParameterScreen& state) {
-    state.last = state.now;
-    state.now = std::exchange(state.mouse_waits, false) ? mouse() : read_mouse();
-    if (std::exchange(state.pressed_anew, false)) state.last.buttons = 0;
-}
-
-// False when the screen is left.
-bool pass(ParameterScreen& state) {
-    draw(state);
-    if (moved(state)) on_mouse(state);
-    next_mouse(state);
-    const std::string typed = read_key();
-    if (MAINTAINMENU(false) < 0) {
-        clear_work_area();
-        return false;
-    }
-    maintain_targets(state);
-    on_key(state, typed);
-    return !state.leave;
-}
+// The graph is handled in the pass after the one that read the mouse, when the rows and the menu bar have seen it.
+constexpr Step order[] = {Step::redraw, Step::mouse, Step::read, Step::menu_bar, Step::widgets, Step::key};
 
 } // namespace
 
+const Screen<ParameterScreen> parameter_screen{
+    .order = order,
+    .redraw = redraw,
+    .on_mouse = on_mouse,
+    .widgets = maintain_targets,
+    .keys = keys,
+    .stays_at_end = true,
+};
+
 void EDITPARAMS() {
     ParameterScreen state;
-    while (pass(state)) {
-    }
+    run_screen(state, parameter_screen);
+}
+
+std::vector<KeyHelpTable> parameter_screen_keys() {
+    return {key_help("", keys), target_entry_keys(), specification_keys()};
 }

@@ -68,28 +68,61 @@ SpecificationLines SpecificationsEdit::lines() const {
     return lines;
 }
 
+namespace {
+
+bool type_into(SpecificationsEdit& edit, const std::string& typed) { return edit.type(typed); }
+bool row_up(SpecificationsEdit& edit, const std::string&) { return edit.row() > 0 && edit.go_to_row(edit.row() - 1); }
+bool row_down(SpecificationsEdit& edit, const std::string&) { return edit.go_to_row(edit.row() + 1); }
+bool clear_all(SpecificationsEdit& edit, const std::string&) { return edit.clear_all(); }
+
+constexpr EditKey<SpecificationsEdit> edit_keys[] = {
+    {{key::any_character},
+     "are put in at the caret; of more than 23 in a line the last one drops off",
+     type_into,
+     "characters from blank to `~`"},
+    {{}, "ends a line once the text is stored: what stands behind it becomes the next line", nullptr, "`]`"},
+    {{key::left, key::right, key::home, key::end, key::backspace, key::delete_}, "as usual", type_into},
+    {{key::up}, "the line above", row_up},
+    {{key::down}, "the line below", row_down},
+    {{key::tab}, "empties the whole text (not on the ninth line)", clear_all},
+    {{key::enter}, "stores", nullptr},
+    {{key::escape}, "leaves the text as it was", nullptr},
+    {{}, "leaves the text as it was; a press elsewhere also acts there", nullptr, "a further mouse button"},
+};
+
+} // namespace
+
+KeyHelpTable specification_keys() { return key_help("While the description is edited:", edit_keys); }
+
 bool SpecificationsEdit::on_key(const std::string& key) {
-    if (key == key::up) return row_ > 0 && go_to_row(row_ - 1);
-    if (key == key::down) return row_ + 1 < specification_rows && go_to_row(row_ + 1);
-    // ODDITY tab-idle-on-last-line (kept): Tab empties the whole text, but on the ninth line it does nothing.
-    if (key == key::tab) return row_ + 1 < specification_rows && clear_all();
-    return rows_[row_].handle_key(key);
+    return edit_by_key<SpecificationsEdit>(*this, edit_keys, key);
 }
 
+bool SpecificationsEdit::type(const std::string& key) { return rows_[row_].handle_key(key); }
+
 bool SpecificationsEdit::go_to_row(std::size_t row) {
+    if (row >= specification_rows) return false;
     const std::size_t column_before = column();
     row_ = row;
     rows_[row_].move_caret(column_before);
     return true;
 }
 
+// ODDITY tab-idle-on-last-line (kept): Tab empties the whole text, but on the ninth line it does nothing.
 bool SpecificationsEdit::clear_all() {
+    if (row_ + 1 == specification_rows) return false;
     rows_ = rows_of({});
     row_ = 0;
     return true;
 }
 
-bool over_specifications(int x, int y) { return x > 749 && x < 938 && y >= 355 && y < 560; }
+namespace {
+
+constexpr Rectangle opening_area{750, 355, 937, 559};
+
+} // namespace
+
+bool over_specifications(int x, int y) { return opening_area.contains({x, y}); }
 
 namespace {
 
@@ -108,7 +141,8 @@ void draw_edit(const SpecificationsEdit& edit) {
 
 EditEnd edit_specifications() {
     SpecificationsEdit edit(CARINFO);
-    const EditEnd end = run_edit([&] { draw_edit(edit); }, [&](const std::string& key) { return edit.on_key(key); });
+    const EditEnd end = run_edit(
+        opening_area, [&] { draw_edit(edit); }, [&](const std::string& key) { return edit.on_key(key); });
     if (end == EditEnd::stored) CARINFO = join_specifications(edit.lines());
     return end;
 }

@@ -3,6 +3,7 @@
 
 #include "drawing/drawing.h"
 #include "widgets/edit_loop.h"
+#include "widgets/key_table.h"
 #include "widgets/line_edit.h"
 
 #include <array>
@@ -31,11 +32,12 @@ public:
     SpecificationLines lines() const;
     // Every key but those that end the edit. True when something changed.
     bool on_key(const std::string& key);
+    // What the keys do.
+    bool type(const std::string& key); // in the current row
+    bool go_to_row(std::size_t row);   // nothing past the last
+    bool clear_all();                  // not from the last row
 
 private:
-    bool go_to_row(std::size_t row);
-    bool clear_all();
-
     std::array<LineEdit, specification_rows> rows_;
     std::size_t row_ = 0;
 };
@@ -46,3 +48,5 @@ bool over_specifications(int x, int y);
 // Mode 0: edits CARINFO in its box until the person stores or leaves, then shows it. Any other mode: shows it. Returns
 // why the edit ended; `stored` when nothing was edited.
 EditEnd EDITSPECS(int mode);
+// The keys while it is edited.
+KeyHelpTable specification_keys();

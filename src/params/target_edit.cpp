@@ -1,6 +1,7 @@
 #include "params/target_edit.h"
 #include "model/document.h"
 
+#include "base/reset.h"
 #include "model/parameters.h"
 #include "model/power_gear.h"
 #include "widgets/widgets.h"
@@ -30,7 +31,6 @@ struct DrawnTarget {
 struct Memory {
     MouseState seen{0, 0, 0, 0};
     Table<std::optional<DrawnTarget>, 1, 100> drawn;
-    TargetEdit edited;
 };
 
 Memory& memory() {
@@ -67,10 +67,12 @@ int target_box_width(const PARAMINPUT& target) {
     return is_name(target) ? target.maximum : number_width;
 }
 
-bool over_target(const PARAMINPUT& target, int x, int y) {
-    return x >= target.label_x && x < target.label_x + glyph_width * target.width && y >= target.label_y &&
-           y < target.label_y + glyph_height;
+Rectangle target_area(const PARAMINPUT& target) {
+    return {target.label_x, target.label_y, target.label_x + glyph_width * target.width - 1,
+            target.label_y + glyph_height - 1};
 }
+
+bool over_target(const PARAMINPUT& target, int x, int y) { return target_area(target).contains({x, y}); }
 
 namespace {
 
@@ -115,12 +117,10 @@ unsigned MAINTAINTARGETS(int first, int last, bool opens) {
     memory().seen = mouse();
     const int row = opens ? clicked_row(first, last) : 0;
     if (row == 0) return 0;
-    memory().edited = {row, EDITTARGET(row)};
+    EDITTARGET(row);
     draw_targets(first, last);
     return 1;
 }
-
-const TargetEdit& last_target_edit() { return memory().edited; }
 
 namespace {
 
@@ -142,8 +142,28 @@ TargetEntry::TargetEntry(const PARAMINPUT& target) : target_(target), field_(fie
 
 bool TargetEntry::is_number() const { return !is_name(target_); }
 
-bool TargetEntry::on_key(const std::string& key) {
-    if (key == key::home || key == key::end) return false;
+namespace {
+
+bool type_into(TargetEntry& entry, const std::string& typed) { return entry.type(typed); }
+
+constexpr EditKey<TargetEntry> entry_keys[] = {
+    {{key::any_character},
+     "are put in at the caret while there is room and the number stays in its range",
+     type_into,
+     "digits; in names the characters from blank to `~`"},
+    {{key::left, key::right, key::backspace, key::delete_}, "as usual", type_into},
+    {{key::enter}, "stores", nullptr},
+    {{key::escape}, "leaves the value as it was", nullptr},
+    {{}, "leaves the value as it was; a press elsewhere also acts there", nullptr, "a further mouse button"},
+};
+
+} // namespace
+
+KeyHelpTable target_entry_keys() { return key_help("While a value is edited:", entry_keys); }
+
+bool TargetEntry::on_key(const std::string& key) { return edit_by_key<TargetEntry>(*this, entry_keys, key); }
+
+bool TargetEntry::type(const std::string& key) {
     const LineEdit before = field_;
     if (!field_.handle_key(key)) return false;
     if (!is_number()) return true;
@@ -214,8 +234,9 @@ void store_entry(const PARAMINPUT& target, const TargetEntry& entry) {
 EditEnd edit_entry(const PARAMINPUT& target) {
     clear_shown_text(target);
     TargetEntry entry(target);
-    const EditEnd end =
-        run_edit([&] { draw_entry(target, entry.field()); }, [&](const std::string& key) { return entry.on_key(key); });
+    const EditEnd end = run_edit(
+        target_area(target), [&] { draw_entry(target, entry.field()); },
+        [&](const std::string& key) { return entry.on_key(key); });
     if (end == EditEnd::stored) store_entry(target, entry);
     const ScreenLock lock;
     fill_edit_box(target, entry.field(), colour::background);
@@ -244,3 +265,7 @@ EditEnd EDITTARGET(int row) {
 }
 
 void reset_targets() { memory() = Memory{}; }
+
+namespace {
+const ResetWithProgram registered(reset_targets);
+}

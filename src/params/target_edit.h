@@ -3,6 +3,7 @@
 
 #include "params/parameter_table.h"
 #include "widgets/edit_loop.h"
+#include "widgets/key_table.h"
 #include "widgets/line_edit.h"
 
 #include <string>
@@ -11,7 +12,8 @@
 std::string target_text(const PARAMINPUT& target);
 // How many characters the box behind the value holds.
 int target_box_width(const PARAMINPUT& target);
-// Whether the place lies in the row's hover area.
+// The row's hover area, and whether a place lies in it.
+Rectangle target_area(const PARAMINPUT& target);
 bool over_target(const PARAMINPUT& target, int x, int y);
 
 // Draws rows first .. last of PTARGET that look otherwise than when they were drawn last; without the mark of the one
@@ -28,13 +30,6 @@ unsigned MAINTAINTARGETS(int first, int last, bool opens = true);
 // stores it or leaves. Returns why that ended.
 EditEnd EDITTARGET(int row);
 
-// The row that MAINTAINTARGETS edited last, and how that ended.
-struct TargetEdit {
-    int row = 0; // none
-    EditEnd end = EditEnd::stored;
-};
-const TargetEdit& last_target_edit();
-
 // A number or a name while it is typed.
 class TargetEntry {
 public:
@@ -43,6 +38,8 @@ public:
     const LineEdit& field() const { return field_; }
     // Every key but those that end the edit. True when something changed.
     bool on_key(const std::string& key);
+    // One that its table of keys knows.
+    bool type(const std::string& key);
     // Into PAR or the name.
     void store() const;
 
@@ -54,6 +51,9 @@ private:
     const PARAMINPUT& target_;
     LineEdit field_;
 };
+
+// The keys while a value is edited.
+KeyHelpTable target_entry_keys();
 
 // No mouse seen, nothing drawn.
 void reset_targets();

@@ -1,48 +1,23 @@
 #include "widgets/edit_loop.h"
 
-#include "window/input.h"
-#include "window/window.h"
+#include "widgets/nested_loop.h"
 
-namespace {
-
-void draw_locked(const std::function<void()>& draw) {
-    const ScreenLock lock;
-    draw();
-}
-
-// Whether a button went down since the last call.
-bool pressed_further(int& held) {
-    const int before = held;
-    held = read_mouse().buttons;
-    return (held & ~before) != 0;
-}
-
-// A close request is left to the loop of the screen.
-bool is_close_request(const std::string& typed) {
-    if (typed != key::close_window) return false;
-    put_key_back(typed);
-    return true;
-}
-
-} // namespace
-
-EditEnd run_edit(const std::function<void()>& draw, const std::function<bool(const std::string&)>& on_key) {
-    int held = mouse().buttons;
-    draw_locked(draw);
-    while (!pressed_further(held)) {
-        const std::string typed = read_key();
-        if (typed == key::enter) return EditEnd::stored;
-        if (typed == key::escape) return EditEnd::escaped;
-        if (is_close_request(typed)) return EditEnd::closed;
-        if (!typed.empty() && on_key(typed)) draw_locked(draw);
-    }
-    return EditEnd::pressed;
-}
-
-bool wait_for_release() {
-    while (mouse().buttons != 0) {
-        if (is_close_request(read_key())) return false;
-        read_mouse();
-    }
-    return true;
+EditEnd run_edit(const Rectangle& field, const std::function<void()>& draw,
+                 const std::function<bool(const std::string&)>& on_key) {
+    EditEnd end = EditEnd::closed;
+    bool handed_back = false;
+    run_nested(draw, [&](const Input& input) {
+        if (input.pressed()) {
+            end = EditEnd::pressed;
+            handed_back = !field.contains(input.mouse.at());
+            return handed_back ? Answer::hand_back : Answer::done;
+        }
+        if (input.key == key::enter || input.key == key::escape) {
+            end = input.key == key::enter ? EditEnd::stored : EditEnd::escaped;
+            return Answer::done;
+        }
+        return !input.key.empty() && on_key(input.key) ? Answer::changed : Answer::nothing;
+    });
+    if (!handed_back) spend_press();
+    return end;
 }

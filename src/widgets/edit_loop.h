@@ -1,5 +1,7 @@
-// Editing in place: the loop that runs while a person types into a field of a screen.
+// Editing in place: the nested loop that runs while a person types into a field of a screen.
 #pragma once
+
+#include "drawing/canvas.h"
 
 #include <cstdint>
 #include <functional>
@@ -14,8 +16,7 @@ enum class EditEnd : std::uint8_t {
 };
 
 // Draws the field, then hands it one key after another and draws it again whenever `on_key` says that something
-// changed, until the edit ends.
-EditEnd run_edit(const std::function<void()>& draw, const std::function<bool(const std::string&)>& on_key);
-
-// Reads until no button is down. Keys typed meanwhile are dropped. False on the close request, which stays unread.
-bool wait_for_release();
+// changed, until the edit ends. The press that ends it acts next where it went down, on the screen around; inside
+// `field`, it is spent. So is a button that is still down after Enter or Escape.
+EditEnd run_edit(const Rectangle& field, const std::function<void()>& draw,
+                 const std::function<bool(const std::string&)>& on_key);

@@ -1,5 +1,6 @@
 #include "widgets/menu_bar.h"
 
+#include "base/reset.h"
 #include "widgets/widgets.h"
 #include "window/input.h"
 #include "window/window.h"
@@ -44,7 +45,7 @@ bool draw_cell(const MouseState& at, int cell) {
 } // namespace
 
 int MAINTAINMENU(bool force) {
-    const MouseState at = mouse();
+    const MouseState at = bar_mouse();
     if (!force && nothing_new(at)) return 0;
 
     bool changed = false;
@@ -62,4 +63,8 @@ void reset_menu_bar() {
     CURMENU = screen_number::files;
     MENUIMG.reset();
     remembered_mouse = {.x = 0, .y = 0, .wheel = 0, .buttons = 0};
+}
+
+namespace {
+const ResetWithProgram registered(reset_menu_bar);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "image/image.h"
+#include "window/window.h"
 
 #include <cstdint>
 
@@ -14,7 +15,6 @@ constexpr std::uint8_t files = 0, editor_3d = 1, dash_manager = 2, parameters = 
 // The bar's icons, one per 48-pixel cell; null when they could not be loaded.
 extern ImageHandle MENUIMG;
 
-constexpr int menu_top = 600;
 constexpr int menu_cell = 48;
 constexpr int menu_cells = 4;
 

@@ -1,5 +1,6 @@
 #include "widgets/strip.h"
 
+#include "base/reset.h"
 #include "base/text.h"
 #include "widgets/widgets.h"
 #include "window/input.h"
@@ -95,3 +96,7 @@ std::optional<double> strip_changes_at() {
 }
 
 void reset_strip() { strip = {}; }
+
+namespace {
+const ResetWithProgram registered(reset_strip);
+}

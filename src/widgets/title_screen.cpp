@@ -1,25 +1,37 @@
 #include "widgets/title_screen.h"
 
-#include "widgets/menu_bar.h"
+#include "widgets/screen_loop.h"
 #include "widgets/widgets.h"
-#include "window/input.h"
-#include "window/window.h"
+
+namespace {
+
+struct TitleScreen : ScreenState {
+    std::string title;
+};
+
+void redraw(TitleScreen& state) {
+    if (!state.repaint) return;
+    clear_work_area();
+    draw_text(screen(), 16, 16, state.title, colour::title);
+}
+
+constexpr KeyBinding<TitleScreen> keys[] = {
+    {{key::escape, key::close_window}, "ends the program", end_program<TitleScreen>},
+};
+
+constexpr Step order[] = {Step::redraw, Step::read, Step::key, Step::menu_bar};
+constexpr Screen<TitleScreen> title_screen{
+    .order = order,
+    .redraw = redraw,
+    .keys = keys,
+};
+
+} // namespace
 
 void run_title_screen(const std::string& title) {
-    {
-        const ScreenLock lock;
-        clear_work_area();
-        draw_text(screen(), 16, 16, title, colour::title);
-    }
-    for (;;) {
-        read_mouse();
-        const std::string pressed = read_key();
-        if (pressed == key::escape || pressed == key::close_window) {
-            CURMENU = screen_number::quit;
-            break;
-        }
-        if (MAINTAINMENU(false) < 0) break;
-    }
-    const ScreenLock lock;
-    clear_work_area();
+    TitleScreen state;
+    state.title = title;
+    run_screen(state, title_screen);
 }
+
+std::vector<KeyHelpTable> title_screen_keys() { return {key_help("", keys)}; }

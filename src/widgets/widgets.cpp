@@ -1,5 +1,6 @@
 #include "widgets/widgets.h"
 
+#include "base/reset.h"
 #include "window/input.h"
 #include "window/window.h"
 
@@ -125,4 +126,8 @@ void reset_widgets() {
     for (BLISSBUTTON& button : BUTTON)
         button = {};
     BUTTONS = 0;
+}
+
+namespace {
+const ResetWithProgram registered(reset_widgets);
 }

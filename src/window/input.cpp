@@ -1,5 +1,6 @@
 #include "window/input.h"
 
+#include "base/reset.h"
 #include "window/backend.h"
 #include "window/key_translation.h"
 #include "window/window.h"
@@ -12,19 +13,17 @@
 
 namespace {
 
-// Fruitless looks before reading waits: three passes of a screen that reads the mouse and a key in each.
-constexpr int patience = 6;
+// Fruitless passes before reading waits.
+constexpr int patience = 3;
 constexpr int longest_wait = 250; // milliseconds
-
-// The keys that qualify others.
-struct Qualifiers {
-    bool control = false, shift_left = false, shift_right = false;
-};
+constexpr int left_button = 1;
+constexpr Point outside{-1, -1};
 
 // One step of the queue: a key, or a state of the mouse when the key is empty.
 struct Step {
     std::string key;
-    Qualifiers qualifiers; // held with the key
+    Qualifiers qualifiers;  // held with the key
+    Key cause = Key::other; // of a key: what was pressed for it
     MouseState state;
     bool may_merge = false; // a mere move or turn of the wheel without a button
     bool wheel_turned = false;
@@ -32,14 +31,39 @@ struct Step {
     bool is_key() const { return !key.empty(); }
 };
 
+// Where the buttons act that are down.
+enum class Owner : std::uint8_t { work_area, menu_bar, nobody };
+
+// The mouse as its last step left it, and its press.
+struct Pointer {
+    MouseState state;
+    Owner owner = Owner::nobody;
+    Point pressed_at = outside; // of the left button
+
+    MouseState seen_by(Owner place) const {
+        MouseState seen = state;
+        if (owner != place) seen.buttons = 0;
+        return seen;
+    }
+};
+
+// What was read last, and all that reading it changed.
+struct Taken {
+    Step step;
+    Pointer pointer;
+    MouseState told;
+};
+
 struct InputState {
     std::deque<Step> queue;
-    MouseState current; // what the reader was told last
-    MouseState newest;  // at the end of the queue
+    Pointer pointer;
+    MouseState told;   // what the loop that reads was told last
+    MouseState newest; // at the end of the queue
     std::set<Key> held;
-    Qualifiers with_key; // of the key read last
+    Qualifiers with_key;    // of the key read last
+    Key cause = Key::other; // of the same
     bool key_was_read = false;
-    bool mouse_stepped = false; // by the last read_mouse(), and no key asked for since
+    std::optional<Taken> taken;
     int fruitless = 0;
 };
 
@@ -51,14 +75,12 @@ Qualifiers qualifiers_now() {
     return {held(Key::control_left) || held(Key::control_right), held(Key::shift_left), held(Key::shift_right)};
 }
 
-bool is_mouse_step(const Step& step) { return !step.is_key(); }
-
-void queue_key(const std::string& key, const Modifiers& modifiers) {
-    Qualifiers with = qualifiers_now();
-    with.control = with.control || modifiers.control;
+void queue_key(const std::string& key, const Modifiers& modifiers, Key cause) {
     Step step;
     step.key = key;
-    step.qualifiers = with;
+    step.qualifiers = qualifiers_now();
+    step.qualifiers.control = step.qualifiers.control || modifiers.control;
+    step.cause = cause;
     input.queue.push_back(step);
 }
 
@@ -126,14 +148,16 @@ void let_everything_go() {
     if (state != input.newest) queue_state(state);
 }
 
+bool is_close_request(const Step& step) { return step.key == key::close_window; }
+
 void queue_close_request() {
-    if (!close_requested()) queue_key(key::close_window, {});
+    if (!std::ranges::any_of(input.queue, is_close_request)) queue_key(key::close_window, {}, Key::other);
 }
 
 void take_key_event(const InputEvent& event) {
     if (event.kind == InputEvent::Kind::key_down) input.held.insert(event.key);
     for (const std::string& key : key_strings(event))
-        queue_key(key, event.modifiers);
+        queue_key(key, event.modifiers, event.key);
 }
 
 void take_event(const InputEvent& event) {
@@ -177,72 +201,124 @@ void refill() {
         wait_for_events();
 }
 
-// Takes the next state of the mouse, past keys that nobody has read yet. False when there is none.
-bool step_mouse_past_keys() {
-    const auto next = std::find_if(input.queue.begin(), input.queue.end(), is_mouse_step);
-    if (next == input.queue.end()) return false;
-    input.current = next->state;
-    input.queue.erase(next);
-    return true;
+// The pointer after a step, and the press that it begins, goes on with or ends.
+void move_pointer(const MouseState& state) {
+    Pointer& pointer = input.pointer;
+    const int before = pointer.state.buttons;
+    if (before == 0) pointer.owner = state.y >= menu_top ? Owner::menu_bar : Owner::work_area;
+    if ((state.buttons & ~before & left_button) != 0) pointer.pressed_at = state.at();
+    if ((state.buttons & left_button) == 0) pointer.pressed_at = outside;
+    pointer.state = state;
+}
+
+void take_key(const Step& step) {
+    input.key_was_read = true;
+    input.with_key = step.qualifiers;
+    input.cause = step.cause;
+}
+
+// Takes the next step of the queue, if there is one; its key.
+std::string take_step() {
+    refill();
+    input.key_was_read = false;
+    if (input.queue.empty()) return {};
+    const Step step = std::move(input.queue.front());
+    input.queue.pop_front();
+    input.taken = Taken{step, input.pointer, input.told};
+    if (step.is_key())
+        take_key(step);
+    else
+        move_pointer(step.state);
+    return step.key;
+}
+
+Qualifiers current_qualifiers() { return input.key_was_read ? input.with_key : qualifiers_now(); }
+
+// Whether a key that bears a scancode of its own is down, or is what this pass has read.
+bool down_or_read(Key one, Key other) {
+    return held(one) || held(other) || (input.key_was_read && (input.cause == one || input.cause == other));
 }
 
 } // namespace
 
-MouseState read_mouse() {
-    refill();
-    const bool mouse_is_next = !input.queue.empty() && is_mouse_step(input.queue.front());
-    input.mouse_stepped = mouse_is_next && step_mouse_past_keys();
-    return input.current;
+Input read_input() {
+    input.taken.reset();
+    const int bar_buttons_before = bar_mouse().buttons;
+    Input result;
+    result.before = input.told;
+    if (mouse() == input.told)
+        result.key = take_step();
+    else
+        input.key_was_read = false;
+    result.mouse = input.told = mouse();
+    result.qualifiers = current_qualifiers();
+    result.pressed_at = input.pointer.pressed_at;
+    result.menu_bar_pressed = (bar_mouse().buttons & ~bar_buttons_before) != 0;
+    return result;
 }
 
-const MouseState& mouse() { return input.current; }
-
-std::string read_key() {
-    refill();
-    const bool mouse_first = std::exchange(input.mouse_stepped, false);
-    input.key_was_read = !mouse_first && !input.queue.empty() && input.queue.front().is_key();
-    if (!input.key_was_read) return {};
-    const Step step = std::move(input.queue.front());
-    input.queue.pop_front();
-    input.with_key = step.qualifiers;
-    return step.key;
+void unread_input() {
+    if (!input.taken) return;
+    input.queue.push_front(input.taken->step);
+    input.pointer = input.taken->pointer;
+    input.told = input.taken->told;
+    input.key_was_read = false;
+    input.taken.reset();
 }
 
-void put_key_back(const std::string& key) {
-    if (key.empty()) return;
-    Step step;
-    step.key = key;
-    step.qualifiers = input.key_was_read ? input.with_key : qualifiers_now();
-    input.queue.push_front(step);
+MouseState mouse() { return input.pointer.seen_by(Owner::work_area); }
+
+MouseState bar_mouse() { return input.pointer.seen_by(Owner::menu_bar); }
+
+void spend_press() {
+    if (input.pointer.state.buttons != 0) input.pointer.owner = Owner::nobody;
 }
+
+InputScope::InputScope(Start start) : around_(input.told) {
+    input.told = mouse();
+    if (start == Start::anew) input.told.x = input.told.y = outside.x;
+}
+
+InputScope::~InputScope() { input.told = around_; }
 
 bool key_held(int scancode) {
-    const Qualifiers qualifiers = input.key_was_read ? input.with_key : qualifiers_now();
     switch (scancode) {
-    case scancode::control: return qualifiers.control;
-    case scancode::shift_left: return qualifiers.shift_left;
-    case scancode::shift_right: return qualifiers.shift_right;
+    case scancode::control: return current_qualifiers().control;
+    case scancode::shift_left: return current_qualifiers().shift_left;
+    case scancode::shift_right: return current_qualifiers().shift_right;
     // The keypad's 4 and 6 bear the same scancodes.
-    case scancode::cursor_left: return held(Key::left) || held(Key::keypad_4);
-    case scancode::cursor_right: return held(Key::right) || held(Key::keypad_6);
+    case scancode::cursor_left: return down_or_read(Key::left, Key::keypad_4);
+    case scancode::cursor_right: return down_or_read(Key::right, Key::keypad_6);
     default: return false;
     }
 }
 
-void wait_until_buttons_released() {
-    input.mouse_stepped = false; // whoever waits has acted on the step
-    while (input.current.buttons != 0) {
-        if (step_mouse_past_keys()) continue;
-        if (close_requested() || !backend()) return;
-        if (!poll_events()) wait_for_events();
+bool wait_for_release() {
+    input.taken.reset(); // whoever waits has acted on it
+    auto next = input.queue.begin();
+    while (input.pointer.state.buttons != 0) {
+        if (next == input.queue.end()) {
+            if (!backend()) return false;
+            const auto seen = input.queue.size();
+            if (!poll_events()) wait_for_events();
+            next = input.queue.begin() + static_cast<std::ptrdiff_t>(seen);
+        } else if (is_close_request(*next)) {
+            spend_press();
+            return false;
+        } else if (next->is_key()) {
+            ++next;
+        } else {
+            move_pointer(next->state);
+            next = input.queue.erase(next);
+        }
     }
-}
-
-bool close_requested() {
-    return std::any_of(input.queue.begin(), input.queue.end(),
-                       [](const Step& step) { return step.key == key::close_window; });
+    return true;
 }
 
 double timer() { return backend() ? backend()->seconds() : 0; }
 
 void reset_input() { input = InputState{}; }
+
+namespace {
+const ResetWithProgram registered(reset_input);
+}

@@ -1,18 +1,23 @@
 // Mouse, keys and the clock, read without waiting.
 //
-// What a person does is one queue, in the order in which it was done. A screen reads once a pass: read_mouse() goes one
-// step on, to the next state of the mouse that is older than the next unread key; read_key() takes the next key if no
-// unread state of the mouse is older and read_mouse() has not just gone a step on, so that a pass acts on one thing
-// that was done. So no click, key or stroke is lost or overtaken by another, however long a redraw takes. While a
-// button is down every position that was reported is a state of its own; otherwise only the latest counts.
+// What a person does is one queue, in the order in which it was done. A loop reads once a pass: read_input() takes one
+// step of the queue, the next state of the mouse or the next key, so that a pass acts on one thing that was done. So no
+// click, key or stroke is lost or overtaken by another, however long a redraw takes. While a button is down every
+// position that was reported is a state of its own; otherwise only the latest counts.
+//
+// What a button does belongs to where it went down. A press that began in the work area does nothing on the menu bar,
+// one that began on the bar nothing in the work area, and one that is spent nothing anywhere, until no button is down:
+// what a loop reads has only the buttons that act in the work area, and the menu bar asks for its own.
 //
 // When nothing at all has happened for a moment, reading waits inside the platform for the next event, for at most
 // 250 ms; nothing else in the program waits.
 #pragma once
 
+#include "drawing/canvas.h"
 #include "window/key_strings.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 struct MouseState {
@@ -20,32 +25,79 @@ struct MouseState {
     int wheel = 0;      // grows when turned away from the person
     int buttons = 0;    // 1 left, 2 right, added
 
+    Point at() const { return {x, y}; }
     bool operator==(const MouseState&) const = default;
 };
 
-// One step on in the queue; the state that it leads to.
-MouseState read_mouse();
-// The state that the last step led to. Widgets use this: in one pass all see the same.
-const MouseState& mouse();
-// The next key, "" when there is none. One character, or character 255 and the scancode's character.
-std::string read_key();
+// The keys that qualify others.
+struct Qualifiers {
+    bool control = false, shift_left = false, shift_right = false;
 
-// Puts a key back as the next one to be read: a loop inside a screen hands the close request on in this way.
-void put_key_back(const std::string& key);
+    bool shift() const { return shift_left || shift_right; }
+    bool operator==(const Qualifiers&) const = default;
+};
 
-// True while the key is down: 29 Control (either), 42 and 54 the Shift keys, 75 cursor left, 77 cursor right. After
-// read_key() has returned a key, Control and the Shift keys are as they were when that key was pressed, until the next
-// call of read_key(): a combination typed while the program was busy stays a combination.
+// One thing that was done, or none: then the mouse is as before and there is no key.
+struct Input {
+    MouseState mouse;         // as it is now
+    MouseState before;        // as the loop that reads saw it last
+    std::string key;          // "" when none was pressed; one character, or character 255 and the scancode's character
+    Qualifiers qualifiers;    // held with the key, or now when there is none
+    Point pressed_at{-1, -1}; // where the left button that is down went down
+    bool menu_bar_pressed = false; // a button went down on the menu bar, whose own it is
+
+    bool mouse_changed() const { return mouse != before; }
+    bool moved() const { return mouse.at() != before.at(); }
+    bool buttons_changed() const { return mouse.buttons != before.buttons; }
+    // Whether a button went down, on the menu bar or elsewhere.
+    bool pressed() const { return menu_bar_pressed || (mouse.buttons & ~before.buttons) != 0; }
+    bool left_pressed() const { return (mouse.buttons & ~before.buttons & 1) != 0; }
+};
+
+// What comes next. When the mouse has changed since this loop saw it, in a loop inside it or before it began, that
+// comes first.
+Input read_input();
+// What was read last is read again next, as after this loop's end by the loop around it.
+void unread_input();
+
+// The mouse that the last step led to, with the buttons that act in the work area, and with those that act on the menu
+// bar. Widgets use these: in one pass all see the same.
+MouseState mouse();
+MouseState bar_mouse();
+// From now on the buttons that are down do nothing until none is.
+void spend_press();
+
+// A loop that reads, for as long as it lives: it remembers how this loop saw the mouse. The loop around it sees what
+// changed meanwhile as a change of its own.
+class InputScope {
+public:
+    enum class Start : std::uint8_t {
+        here, // the mouse as it is now is known
+        anew  // it is the first thing to be read: as one that came from outside, with wheel and buttons as they are
+    };
+    explicit InputScope(Start start);
+    ~InputScope();
+    InputScope(const InputScope&) = delete;
+    InputScope& operator=(const InputScope&) = delete;
+
+private:
+    const MouseState around_;
+};
+
+// True while the key is down: 29 Control (either), 42 and 54 the Shift keys, 75 cursor left, 77 cursor right. A cursor
+// key also counts as down in the pass that reads it, so that a tap which is over by then is seen once. After
+// read_input() has returned a key, Control and the Shift keys are as they were when that key was pressed, until the
+// next call: a combination typed while the program was busy stays a combination.
 bool key_held(int scancode);
 
 namespace scancode {
 constexpr int control = 29, shift_left = 42, shift_right = 54, cursor_left = 75, cursor_right = 77;
 }
 
-// Steps the mouse on, past unread keys (which stay), until no button is down or the window is asked to close.
-void wait_until_buttons_released();
-// Whether an unread close request waits among the keys.
-bool close_requested();
+// The one wait for a button: steps the mouse on, past keys, which stay unread and are acted on afterwards, until no
+// button is down. False when the window is asked to close while one is; that stays unread behind the keys before it,
+// and the press is spent. Without a backend: false.
+bool wait_for_release();
 
 // Seconds since an arbitrary start.
 double timer();

@@ -13,21 +13,21 @@
 namespace {
 
 // Keys that mean the same with Shift, Control or without.
-constexpr std::pair<Key, const std::string*> named_keys[] = {
-    {Key::escape, &key::escape},
-    {Key::enter, &key::enter},
-    {Key::keypad_enter, &key::enter},
-    {Key::home, &key::home},
-    {Key::up, &key::up},
-    {Key::page_up, &key::page_up},
-    {Key::left, &key::left},
-    {Key::right, &key::right},
-    {Key::end, &key::end},
-    {Key::down, &key::down},
-    {Key::page_down, &key::page_down},
-    {Key::insert, &key::insert},
-    {Key::delete_, &key::delete_},
-    {Key::backspace, &key::backspace},
+constexpr std::pair<Key, const char*> named_keys[] = {
+    {Key::escape, key::escape},
+    {Key::enter, key::enter},
+    {Key::keypad_enter, key::enter},
+    {Key::home, key::home},
+    {Key::up, key::up},
+    {Key::page_up, key::page_up},
+    {Key::left, key::left},
+    {Key::right, key::right},
+    {Key::end, key::end},
+    {Key::down, key::down},
+    {Key::page_down, key::page_down},
+    {Key::insert, key::insert},
+    {Key::delete_, key::delete_},
+    {Key::backspace, key::backspace},
 };
 
 // What the keypad's keys are while they are not digits.
@@ -72,8 +72,8 @@ std::string key_down_string(const InputEvent& event) {
         return modifiers.control ? key::control(static_cast<char>('A' + number_of(key, Key::a))) : std::string{};
     if (key >= Key::f1 && key <= Key::f12) return function_key(key);
     if (key == Key::tab) return modifiers.shift ? key::shift_tab : key::tab;
-    const std::optional<const std::string*> named = look_up(named_keys, key);
-    return named ? **named : std::string{};
+    const std::optional<const char*> named = look_up(named_keys, key);
+    return named ? *named : std::string{};
 }
 
 // The bytes that the first one of a UTF-8 character announces; 0 when none begins with it.

@@ -17,11 +17,6 @@ struct Size {
     bool operator==(const Size&) const = default;
 };
 
-struct Point {
-    int x = 0, y = 0;
-    bool operator==(const Point&) const = default;
-};
-
 struct Placement {
     Size picture, window;
     int x = 0, y = 0;          // the picture's top left corner in the window

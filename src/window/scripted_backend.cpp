@@ -37,9 +37,17 @@ bool ScriptedBackend::open(int width, int height, std::string& error) {
 
 void ScriptedBackend::set_title(const std::string& title) { title_ = title; }
 
-void ScriptedBackend::present(const Image& picture, const Rectangle& changed) {
+void ScriptedBackend::present(const Image& picture, std::span<const Rectangle> changed) {
     ++frames_;
-    last_changed_ = changed;
+    last_rectangles_.assign(changed.begin(), changed.end());
+    last_changed_ = {};
+    for (const Rectangle& rectangle : changed) {
+        last_changed_ = bounding(last_changed_, rectangle);
+        keep(picture, rectangle);
+    }
+}
+
+void ScriptedBackend::keep(const Image& picture, const Rectangle& changed) {
     const Rectangle kept = intersection(changed, {0, 0, shown_width_ - 1, shown_height_ - 1});
     if (kept.empty()) return;
     const std::size_t left = static_cast<std::size_t>(kept.x1) * 4;

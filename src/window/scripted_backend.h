@@ -31,6 +31,8 @@ public:
     const std::string& title() const { return title_; }
     // The frames shown so far, and the picture of the last one.
     int frames() const { return frames_; }
+    // What that frame brought: the rectangles, and the one around them.
+    const std::vector<Rectangle>& last_rectangles() const { return last_rectangles_; }
     const Rectangle& last_changed() const { return last_changed_; }
     std::uint32_t shown_pixel(int x, int y) const;
 
@@ -40,13 +42,14 @@ public:
 
     bool open(int width, int height, std::string& error) override;
     void set_title(const std::string& title) override;
-    void present(const Image& picture, const Rectangle& changed) override;
+    void present(const Image& picture, std::span<const Rectangle> changed) override;
     void poll(std::vector<InputEvent>& events) override;
     void wait(int milliseconds) override;
     double seconds() override;
 
 private:
     void overrun(std::vector<InputEvent>& events);
+    void keep(const Image& picture, const Rectangle& changed);
     std::size_t index_of(int x, int y) const; // of a pixel; past the end outside the picture
 
     std::deque<ScriptStep> steps_;
@@ -55,6 +58,7 @@ private:
     int overrun_ = 0;
     std::string title_;
     int frames_ = 0;
+    std::vector<Rectangle> last_rectangles_;
     Rectangle last_changed_;
     std::vector<std::uint32_t> shown_;
     int shown_width_ = 0, shown_height_ = 0;

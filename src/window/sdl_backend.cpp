@@ -13,6 +13,7 @@
 #include <optional>
 #include <span>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -92,7 +93,7 @@ public:
 
     bool open(int width, int height, std::string& error) override;
     void set_title(const std::string& title) override;
-    void present(const Image& picture, const Rectangle& changed) override;
+    void present(const Image& picture, std::span<const Rectangle> changed) override;
     void poll(std::vector<InputEvent>& events) override;
     void wait(int milliseconds) override;
     double seconds() override;
@@ -101,7 +102,7 @@ private:
     void show_icon();
     // The surface that the window shows; null while there is none. Its placement is brought up to date.
     SDL_Surface* surface();
-    void show(const Rectangle& changed);
+    void show(std::span<const Rectangle> changed);
     void show_everything();
     void draw(SDL_Surface& target, const Rectangle& area);
     void handle_window_event(const SDL_WindowEvent& event);
@@ -152,7 +153,7 @@ void SdlBackend::set_title(const std::string& title) {
     if (window_) SDL_SetWindowTitle(window_.get(), utf8_from_code_page(title).c_str());
 }
 
-void SdlBackend::present(const Image& picture, const Rectangle& changed) {
+void SdlBackend::present(const Image& picture, std::span<const Rectangle> changed) {
     if (!window_) return;
     picture_ = &picture;
     show(changed);
@@ -167,15 +168,18 @@ SDL_Surface* SdlBackend::surface() {
     return found;
 }
 
-void SdlBackend::show(const Rectangle& changed) {
+void SdlBackend::show(std::span<const Rectangle> changed) {
     SDL_Surface* target = surface();
     if (!target) return;
     if (everything_is_stale_) return show_everything();
-    const Rectangle area = window_area(placement_, changed);
-    if (area.empty()) return;
-    draw(*target, area);
-    const SDL_Rect updated{area.x1, area.y1, area.x2 - area.x1 + 1, area.y2 - area.y1 + 1};
-    SDL_UpdateWindowSurfaceRects(window_.get(), &updated, 1);
+    std::vector<SDL_Rect> updated;
+    for (const Rectangle& rectangle : changed) {
+        const Rectangle area = window_area(placement_, rectangle);
+        if (area.empty()) continue;
+        draw(*target, area);
+        updated.push_back({area.x1, area.y1, area.x2 - area.x1 + 1, area.y2 - area.y1 + 1});
+    }
+    if (!updated.empty()) SDL_UpdateWindowSurfaceRects(window_.get(), updated.data(), static_cast<int>(updated.size()));
 }
 
 void SdlBackend::show_everything() {

@@ -1,5 +1,6 @@
 #include "window/window.h"
 
+#include "base/reset.h"
 #include "window/backend.h"
 
 #include <cstring>
@@ -68,8 +69,8 @@ void unlock_screen() {
 
 void show_screen() {
     if (window().locks > 0 || !backend() || !window().canvas.damaged()) return;
-    const Rectangle changed = intersection(window().canvas.take_damage(), whole_screen);
-    if (!changed.empty()) backend()->present(window().picture, changed);
+    const DamageList changed = window().canvas.take_damage();
+    backend()->present(window().picture, changed.rectangles());
 }
 
 void reset_screen() {
@@ -78,4 +79,8 @@ void reset_screen() {
     reset.canvas = Canvas{reset.picture};
     reset.title.clear();
     reset.locks = 0;
+}
+
+namespace {
+const ResetWithProgram registered(reset_screen);
 }

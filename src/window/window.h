@@ -7,6 +7,7 @@
 
 constexpr int screen_width = 960;
 constexpr int screen_height = 648;
+constexpr int menu_top = 600; // of the menu bar's strip, down to the lower edge; above lies the screens' work area
 
 // Opens the window of the backend in use with a black picture. False, with one line of reason in `error`, when that
 // fails; drawing works all the same.

@@ -12,7 +12,6 @@
 #include "model/items.h"
 #include "model/parameters.h"
 #include "support/environment.h"
-#include "support/fresh_tables.h"
 #include "support/play.h"
 #include "support/text_file.h"
 #include "widgets/menu_bar.h"
@@ -36,14 +35,6 @@ protected:
         ScriptedTest::SetUp();
         home.set(directory / "home");
         appdata.unset();
-        reset_car_tables();
-        reset_menu_bar();
-        reset_widgets();
-    }
-    void TearDown() override {
-        reset_menu_bar();
-        reset_bitmaps();
-        ScriptedTest::TearDown();
     }
 
     void start(const std::string& invocation_path = built_program) {

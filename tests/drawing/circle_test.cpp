@@ -23,7 +23,7 @@ ImageHandle circle(double radius, double aspect = 1, double start = 0, double en
     auto image = create_image(side, side, black);
     Canvas canvas(*image);
     draw_circle(canvas, centre, centre, radius, white, aspect, start, end, filled);
-    EXPECT_EQ(canvas.take_damage(), around(*image, white));
+    EXPECT_EQ(canvas.take_damage().around(), around(*image, white));
     return image;
 }
 

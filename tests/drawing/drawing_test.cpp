@@ -57,7 +57,7 @@ TEST(DrawingBox, CornersAreIncludedAndMayBeSwapped) {
     for (const auto& [x, y] : {std::pair{3, 4}, {12, 4}, {3, 11}, {12, 11}})
         EXPECT_EQ(image->pixel(x, y), white);
     EXPECT_EQ(image->pixel(4, 5), black);
-    EXPECT_EQ(canvas.take_damage(), (Rectangle{3, 4, 12, 11}));
+    EXPECT_EQ(canvas.take_damage().around(), (Rectangle{3, 4, 12, 11}));
 }
 
 TEST(DrawingBox, SecondCornerMayBeRelative) {
@@ -120,7 +120,7 @@ TEST(DrawingLine, VisiblePixelsAreThoseOfTheLineWalkedInFull) {
             for (int x = 0; x < 40; ++x)
                 if (!inside(canvas.clip(), x, y)) walked->set_pixel(x, y, black);
         { ASSERT_EQ(picture(*drawn), picture(*walked)) << x1 << ' ' << y1 << ' ' << x2 << ' ' << y2; }
-        ASSERT_EQ(canvas.take_damage(), around(*drawn, white));
+        ASSERT_EQ(canvas.take_damage().around(), around(*drawn, white));
     }
 }
 
@@ -250,7 +250,7 @@ TEST(DrawingClip, CutsWithoutShifting) {
     EXPECT_EQ(canvas.clip(), (Rectangle{10, 5, 20, 15}));
     fill_box(canvas, 0, 0, 39, 39, white);
     EXPECT_EQ(around(*image, white), (Rectangle{10, 5, 20, 15}));
-    EXPECT_EQ(canvas.take_damage(), (Rectangle{10, 5, 20, 15}));
+    EXPECT_EQ(canvas.take_damage().around(), (Rectangle{10, 5, 20, 15}));
     EXPECT_FALSE(canvas.damaged());
     canvas.reset_clip();
     draw_pixel(canvas, 39, 39, red);
@@ -306,7 +306,7 @@ TEST(DrawingText, StepsEightPixelsACharacterAndIsCut) {
     for (int y = 0; y < 20; ++y)
         for (int x = 0; x < 40; ++x)
             ASSERT_EQ(cut->pixel(x, y), inside({4, 3, 17, 11}, x, y) ? whole->pixel(x, y) : black);
-    EXPECT_EQ(second.take_damage(), around(*cut, white));
+    EXPECT_EQ(second.take_damage().around(), around(*cut, white));
 }
 
 TEST(DrawingText, GridTextWrapsAtTheRightEdge) {

@@ -8,7 +8,6 @@
 #include "formats/parameter_file.h"
 #include "model/items.h"
 #include "model/new_car.h"
-#include "support/fresh_tables.h"
 #include "support/play.h"
 #include "support/text_file.h"
 #include "widgets/menu_bar.h"
@@ -30,19 +29,10 @@ protected:
 
     void SetUp() override {
         ScriptedTest::SetUp();
-        reset_car_tables();
-        reset_menu_bar();
-        reset_widgets();
         new_car();
         INITDASHITEMS();
         WORKDIR = directory.path() + "/";
     }
-    void TearDown() override {
-        reset_config();
-        reset_menu_bar();
-        ScriptedTest::TearDown();
-    }
-
     std::string result;
     // Plays the steps on the screen and closes the window.
     void visit(std::vector<ScriptStep> steps, std::uint8_t mode = file_screen_mode::cars) {
@@ -371,7 +361,7 @@ TEST_F(FileScreen, WhatIsDoneLastDecidesWhereItLeads) {
     CURMENU = screen_number::files;
     play({at_once({press(3 * 48 + 5, 620), key_press(Key::escape)})}, [&] { FILEHANDLING(file_screen_mode::cars); });
     EXPECT_EQ(CURMENU, screen_number::parameters) << "the click came before Escape";
-    EXPECT_EQ(read_key(), key::escape) << "it is left to the next screen";
+    EXPECT_EQ(next_key(), key::escape) << "it is left to the next screen";
 }
 
 TEST_F(FileScreen, EveryVisitStartsAfresh) {

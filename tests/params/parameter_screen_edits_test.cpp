@@ -76,16 +76,24 @@ TEST_F(ParameterScreenTest, TheMassThatIsTypedShowsItsClassAtOnce) {
                  look([] { EXPECT_TRUE(screen_shows(121, 118, "No (bug-free)", colour::value)); })});
 }
 
-TEST_F(ParameterScreenTest, KeysTypedWhileTheButtonIsHeldOnPowergearAreDropped) {
+TEST_F(ParameterScreenTest, KeysTypedWhileTheButtonIsHeldOnPowergearActAfterItsRelease) {
     UPDATEPG(false);
-    play_screen({point_at_row(2), press(row_x(2), row_y(2)), key_press(Key::escape), typed("z"),
-                 release(row_x(2), row_y(2)), look([] {
-                     EXPECT_EQ(CURMENU, screen_number::parameters);
+    play_screen({point_at_row(2), press(row_x(2), row_y(2)), typed("z"), look([] {
                      EXPECT_TRUE(screen_shows(29, 237, "127", colour::label));
-                     EXPECT_TRUE(screen_shows(121, 118, "No (bug-free)", hovered_value));
+                     EXPECT_EQ(par_word(2), 20);
                  }),
-                 typed("z"), look([] { EXPECT_TRUE(screen_shows(29, 237, "84", colour::label)); })});
+                 release(row_x(2), row_y(2)), look([] {
+                     EXPECT_TRUE(screen_shows(29, 237, "84", colour::label));
+                     EXPECT_TRUE(screen_shows(121, 118, "No (bug-free)", hovered_value));
+                 })});
     EXPECT_EQ(par_word(2), 16);
+}
+
+TEST_F(ParameterScreenTest, EscapeTypedWhileTheButtonIsHeldOnPowergearEndsTheProgramAfterItsRelease) {
+    UPDATEPG(false);
+    play({point_at_row(2), press(row_x(2), row_y(2)), key_press(Key::escape), release(row_x(2), row_y(2))}, EDITPARAMS);
+    EXPECT_EQ(CURMENU, screen_number::quit);
+    EXPECT_EQ(par_word(2), 16) << "the click was done first";
 }
 
 TEST_F(ParameterScreenTest, AMenuCellPressedInAnEditLeavesTheScreen) {
@@ -98,7 +106,7 @@ TEST_F(ParameterScreenTest, AMenuCellPressedInAnEditLeavesTheScreen) {
         EXPECT_EQ(CARINFO, "New car]");
         play_to_the_end({release(menu_cell + 10, 620), mouse_at(5, 5)}, [] {
             while (mouse().y != 5)
-                read_mouse();
+                read_input();
         });
     }
 }

@@ -20,9 +20,16 @@ protected:
     }
     // The handlers with the mouse from one state to the next.
     void move(int x, int y, int buttons = 0) {
-        state.last = state.now;
-        state.now = {x, y, 0, buttons};
-        on_mouse(state);
+        Input& input = state.input;
+        input.before = input.mouse;
+        input.mouse = {x, y, 0, buttons};
+        if (input.left_pressed()) input.pressed_at = {x, y};
+        if ((buttons & 1) == 0) input.pressed_at = {-1, -1};
+        parameter_screen.on_mouse(state);
     }
-    void press_key(const std::string& typed) { on_key(state, typed); }
+    void press_key(const std::string& typed) {
+        state.input.key = typed;
+        type_key(state, parameter_screen);
+    }
+    static void draw(ParameterScreen& drawn) { redraw_screen(drawn, parameter_screen); }
 };

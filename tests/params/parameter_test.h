@@ -14,18 +14,8 @@ class ParameterTest : public ScriptedTest {
 protected:
     void SetUp() override {
         ScriptedTest::SetUp();
-        reset_parameters();
-        reset_targets();
-        reset_menu_bar();
         CURMENU = screen_number::parameters;
         INITPARAMTARGETS();
-    }
-    void TearDown() override {
-        reset_parameters();
-        reset_targets();
-        reset_menu_bar();
-        CURMENU = screen_number::files;
-        ScriptedTest::TearDown();
     }
 
     // A place in the hover area of a row of the parameter table.
@@ -41,9 +31,9 @@ protected:
             steps.push_back((buttons & button) != 0 ? press(x, y, button) : release(x, y, button));
         window.play(std::move(steps));
         while (!window.finished())
-            read_mouse();
+            read_input();
         for (int i = 0; i < 4; ++i)
-            read_mouse();
+            read_input();
         ASSERT_EQ(mouse().x, x);
         ASSERT_EQ(mouse().y, y);
         ASSERT_EQ(mouse().buttons, buttons);

@@ -1,6 +1,7 @@
 // Playing screens by script, and looking at what they drew.
 #pragma once
 
+#include "base/reset.h"
 #include "window/backend.h"
 #include "window/input.h"
 #include "window/scripted_backend.h"
@@ -26,23 +27,20 @@ inline void PrintTo(const Pixel& pixel, std::ostream* out) {
     *out << "0x" << std::hex << std::uppercase << std::setw(8) << std::setfill('0') << pixel.value;
 }
 
-// A test with a black screen, no input, and a scripted window in use. Tables of the program are reset by the test's own
-// SetUp, which calls this one.
+// A test with the program as it is before its start, and a scripted window in use.
 class ScriptedTest : public testing::Test {
 protected:
     ScriptedBackend window;
 
     void SetUp() override {
-        reset_screen();
-        reset_input();
+        reset_program();
         use_backend(&window);
         std::string error;
         ASSERT_TRUE(open_screen(error)) << error;
     }
     void TearDown() override {
         use_backend(nullptr);
-        reset_input();
-        reset_screen();
+        reset_program();
     }
 
     // Runs a screen until it returns. The script must end it: a close request that was needed beyond the script's end
@@ -56,6 +54,14 @@ protected:
         window.play(std::move(steps));
         run();
         EXPECT_TRUE(window.finished()) << "the screen ended before the script did";
+    }
+
+    // The next key, past what the mouse does; "" when nothing is left to read.
+    static std::string next_key() {
+        for (;;) {
+            const Input input = read_input();
+            if (!input.key.empty() || !input.mouse_changed()) return input.key;
+        }
     }
 
     // What was drawn, and what the person sees of it.

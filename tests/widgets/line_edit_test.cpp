@@ -56,7 +56,7 @@ TEST(LineEdit, TakesOnlyDigitsWhereAskedTo) {
 
 TEST(LineEdit, ExtendedKeysAreNoText) {
     LineEdit field(10);
-    for (const std::string& key : {key::up, key::down, key::page_up, key::insert, key::shift_tab, key::close_window})
+    for (const char* key : {key::up, key::down, key::page_up, key::insert, key::shift_tab, key::close_window})
         EXPECT_FALSE(field.handle_key(key));
     EXPECT_FALSE(field.handle_key(""));
     EXPECT_EQ(field.text(), "");

@@ -7,21 +7,11 @@ namespace {
 
 class MenuBar : public ScriptedTest {
 protected:
-    void SetUp() override {
-        ScriptedTest::SetUp();
-        reset_menu_bar();
-        reset_widgets();
-    }
-    void TearDown() override {
-        reset_menu_bar();
-        ScriptedTest::TearDown();
-    }
-
     int maintain_after(const ScriptStep& step) {
         window.play({step});
         for (int pass = 0; pass < 10 && !window.finished(); ++pass)
-            read_mouse();
-        read_mouse();
+            read_input();
+        read_input();
         return MAINTAINMENU(false);
     }
 
@@ -72,15 +62,35 @@ TEST_F(MenuBar, AClickRightOfTheCellsReturnsTheMousePosition) {
 }
 
 TEST_F(MenuBar, BothButtonsDownNeverChangeTheScreen) {
-    window.play({press(500, 300, 2), press(60, 620, 1)});
-    for (int pass = 0; pass < 30; ++pass) {
-        read_mouse();
-        EXPECT_NE(MAINTAINMENU(false), -1);
-        if (mouse().buttons == 3) break;
+    for (const int first_y : {300, 620}) {
+        window.play({press(500, first_y, 2), press(60, 620, 1)});
+        for (int pass = 0; pass < 30; ++pass) {
+            read_input();
+            EXPECT_NE(MAINTAINMENU(false), -1);
+            if ((mouse().buttons | bar_mouse().buttons) == 3) break;
+        }
+        EXPECT_EQ(mouse().buttons | bar_mouse().buttons, 3);
+        EXPECT_EQ(CURMENU, screen_number::files);
+        EXPECT_EQ(cell(1), hovered);
+        maintain_after(release(60, 620, 1));
+        maintain_after(release(60, 620, 2));
     }
-    EXPECT_EQ(mouse().buttons, 3);
-    EXPECT_EQ(CURMENU, screen_number::files);
+}
+
+TEST_F(MenuBar, AStrokeThatOvershootsIntoItOnlyPointsAtACell) {
+    EXPECT_EQ(maintain_after(press(60, 599)), 0);
+    EXPECT_EQ(maintain_after(mouse_at(60, 620)), 0);
     EXPECT_EQ(cell(1), hovered);
+    EXPECT_EQ(maintain_after(release(60, 620)), 0);
+    EXPECT_EQ(CURMENU, screen_number::files);
+    EXPECT_EQ(maintain_after(press(60, 620)), -1);
+    EXPECT_EQ(CURMENU, screen_number::editor_3d);
+}
+
+TEST_F(MenuBar, APressOnItReachesFromCellToCell) {
+    EXPECT_EQ(maintain_after(press(900, 620)), 900);
+    EXPECT_EQ(maintain_after(mouse_at(60, 620)), -1);
+    EXPECT_EQ(CURMENU, screen_number::editor_3d);
 }
 
 TEST_F(MenuBar, TheSameMouseAgainIsIgnored) {

@@ -5,17 +5,7 @@
 
 namespace {
 
-class Title : public ScriptedTest {
-protected:
-    void SetUp() override {
-        ScriptedTest::SetUp();
-        reset_parameters();
-    }
-    void TearDown() override {
-        reset_parameters();
-        ScriptedTest::TearDown();
-    }
-};
+class Title : public ScriptedTest {};
 
 TEST_F(Title, NamesTheCarThatWasLoadedLast) {
     TITLENAME = "Ard";

@@ -9,12 +9,7 @@ class Widgets : public ScriptedTest {
 protected:
     void SetUp() override {
         ScriptedTest::SetUp();
-        reset_widgets();
         fill_box(screen(), 0, 0, screen_width - 1, screen_height - 1, 0xFF123456);
-    }
-    void TearDown() override {
-        reset_widgets();
-        ScriptedTest::TearDown();
     }
 
     // What a screen does once a pass after this step of the person's.
@@ -27,8 +22,8 @@ protected:
 private:
     void wait_for(const ScriptStep&) {
         for (int pass = 0; pass < 10 && !window.finished(); ++pass)
-            read_mouse();
-        read_mouse();
+            read_input();
+        read_input();
     }
 };
 

@@ -1,0 +1,73 @@
+// Keys as constant data: one table a screen, and one each of its modes. A row says which keys, in words for a person
+// what they do, and what is called. The dispatch goes by these rows, and so does every list of keys that a person
+// reads.
+#pragma once
+
+#include "window/key_strings.h"
+
+#include <array>
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace key {
+// In a row: any character from " " to "~".
+inline constexpr const char* any_character = "\xFF";
+} // namespace key
+
+// The keys of one row; those that are not needed stay null.
+using RowKeys = std::array<const char*, 6>;
+
+bool names_key(const RowKeys& keys, std::string_view typed);
+// As a person calls them, one after the other: "Tab, cursor up". The close request, which is no key, is left out.
+std::string names_of(const RowKeys& keys);
+
+template <class Action>
+struct KeyRow {
+    RowKeys keys{};              // none in a row that only tells what the mouse does
+    const char* words = "";      // what they do
+    Action action = nullptr;     // null where the keys belong to the loop itself
+    const char* label = nullptr; // what a person is to do, where the names of the keys do not say it
+};
+
+// A key of a screen. What it needs of the mouse and the qualifiers is in state.input.
+template <class State>
+using KeyBinding = KeyRow<void (*)(State&)>;
+// A key of something that is edited; true when it changed something.
+template <class Edit>
+using EditKey = KeyRow<bool (*)(Edit&, const std::string& typed)>;
+
+// The row for a key that was typed, the first of several; null when there is none.
+template <class Row>
+const Row* row_of(std::span<const Row> table, std::string_view typed) {
+    for (const Row& row : table)
+        if (names_key(row.keys, typed)) return &row;
+    return nullptr;
+}
+
+// What a key does to what is edited; true when that changed something.
+template <class Edit>
+bool edit_by_key(Edit& edit, std::span<const EditKey<Edit>> table, const std::string& typed) {
+    const EditKey<Edit>* const row = row_of(table, typed);
+    return row && row->action && row->action(edit, typed);
+}
+
+// A table as a person reads it.
+struct KeyHelp {
+    std::string keys, words;
+    bool operator==(const KeyHelp&) const = default;
+};
+struct KeyHelpTable {
+    std::string heading; // when these keys hold; "" for the screen's own
+    std::vector<KeyHelp> rows;
+};
+
+template <class Row, std::size_t rows>
+KeyHelpTable key_help(const std::string& heading, const Row (&table)[rows]) {
+    KeyHelpTable help{heading, {}};
+    for (const Row& row : table)
+        help.rows.push_back({row.label ? row.label : names_of(row.keys), row.words});
+    return help;
+}

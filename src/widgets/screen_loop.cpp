@@ -1,0 +1,51 @@
+#include "widgets/screen_loop.h"
+
+#include "widgets/title.h"
+#include "widgets/widgets.h"
+
+#include <utility>
+
+namespace {
+
+LoopHooks hooks;
+RunningScreen* innermost = nullptr;
+
+} // namespace
+
+void set_loop_hooks(LoopHooks wanted) { hooks = std::move(wanted); }
+
+void repaint_screens() {
+    for (RunningScreen* running = innermost; running; running = running->around_)
+        running->state_.repaint = true;
+}
+
+RunningScreen::RunningScreen(ScreenState& state) : state_(state), around_(std::exchange(innermost, this)) {}
+
+RunningScreen::~RunningScreen() {
+    handled();
+    innermost = around_;
+    if (around_) around_->state_.repaint = true;
+}
+
+void RunningScreen::clear() const {
+    lock_screen();
+    clear_work_area();
+    unlock_screen_unshown();
+}
+
+void RunningScreen::handled() {
+    if (!std::exchange(acted_on_, true) && hooks.after) hooks.after(state_.input);
+}
+
+void RunningScreen::read() {
+    handled();
+    show_title();
+    state_.input = read_input();
+    acted_on_ = false;
+    const bool taken = !state_.input.key.empty() && hooks.before && hooks.before(state_.input);
+    if (taken) state_.input.key.clear();
+}
+
+void RunningScreen::keep_menu_bar() {
+    if (MAINTAINMENU(false) < 0) state_.leave = true;
+}
