@@ -93,11 +93,13 @@ void plot_line(Plotter& plotter, std::int64_t x1, std::int64_t y1, std::int64_t 
     const auto touched = [&](int left, int top, int right, int bottom) {
         plotter.touch({std::min(left, right), std::min(top, bottom), std::max(left, right), std::max(top, bottom)});
     };
-    if (flat)
-        line.walk(
-            steps, [&](int x, int y) { plotter.set_inside(x, y); }, touched);
-    else
-        line.walk(
-            steps, [&](int y, int x) { plotter.set_inside(x, y); },
-            [&](int top, int left, int bottom, int right) { touched(left, top, right, bottom); });
+    plotter.with_rows([&](auto rows) {
+        if (flat)
+            line.walk(
+                steps, [&](int x, int y) { rows.set(x, y); }, touched);
+        else
+            line.walk(
+                steps, [&](int y, int x) { rows.set(x, y); },
+                [&](int top, int left, int bottom, int right) { touched(left, top, right, bottom); });
+    });
 }

@@ -1,5 +1,6 @@
 #include "drawing/plotter.h"
 
+#include <algorithm>
 #include <cmath>
 
 std::int64_t whole_pixel(double coordinate) {
@@ -33,7 +34,7 @@ void Plotter::across(std::int64_t x1, std::int64_t x2, std::int64_t y) {
     const int left = static_cast<int>(std::max<std::int64_t>(x1, clip_.x1));
     const int right = static_cast<int>(std::min<std::int64_t>(x2, clip_.x2));
     const int row = static_cast<int>(y);
-    fill_inside(left, right, row);
+    with_rows([&](auto rows) { rows.fill(left, right, row); });
     touch({left, row, right, row});
 }
 
@@ -42,7 +43,9 @@ void Plotter::down(std::int64_t x, std::int64_t y1, std::int64_t y2) {
     const int first = static_cast<int>(std::max<std::int64_t>(y1, clip_.y1));
     const int last = static_cast<int>(std::min<std::int64_t>(y2, clip_.y2));
     const int column = static_cast<int>(x);
-    for (int y = first; y <= last; ++y)
-        set_inside(column, y);
+    with_rows([&](auto rows) {
+        for (int y = first; y <= last; ++y)
+            rows.set(column, y);
+    });
     touch({column, first, column, last});
 }

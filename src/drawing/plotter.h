@@ -3,7 +3,7 @@
 
 #include "drawing/canvas.h"
 
-#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -19,6 +19,46 @@ std::int64_t whole_pixel(double coordinate);
 // Whether all of them are numbers.
 bool are_numbers(std::initializer_list<double> coordinates);
 
+// The rows of a picture of one depth, with the value that its pixels are set to. All coordinates must lie inside it.
+template <typename Pixel>
+class PixelRows {
+public:
+    PixelRows(std::uint8_t* pixels, std::size_t pitch, Pixel value) : pixels_(pixels), pitch_(pitch), value_(value) {
+        block_.fill(value);
+    }
+
+    void set(int x, int y) const { put(address(x, y)); }
+    // From x1 to x2, which must not lie before it. Runs are short as a rule: few stores, which may overlap.
+    void fill(int x1, int x2, int y) const {
+        std::uint8_t* at = address(x1, y);
+        const int bytes = (x2 - x1 + 1) * pixel_bytes;
+        if (bytes < block_bytes) return fill_part(at, bytes);
+        std::uint8_t* const last_block = at + bytes - block_bytes;
+        for (; at < last_block; at += block_bytes)
+            put_block(at);
+        put_block(last_block);
+    }
+
+private:
+    static constexpr int pixel_bytes = sizeof(Pixel), block_bytes = 16;
+
+    std::uint8_t* address(int x, int y) const {
+        return pixels_ + static_cast<std::size_t>(y) * pitch_ + static_cast<std::size_t>(x) * sizeof(Pixel);
+    }
+    void put(std::uint8_t* at) const { std::memcpy(at, &value_, sizeof value_); }
+    void put_block(std::uint8_t* at) const { std::memcpy(at, block_.data(), block_bytes); }
+    // Less than a block.
+    void fill_part(std::uint8_t* at, int bytes) const {
+        for (std::uint8_t* const end = at + bytes; at < end; at += pixel_bytes)
+            put(at);
+    }
+
+    std::uint8_t* pixels_;
+    std::size_t pitch_;
+    Pixel value_;
+    std::array<Pixel, block_bytes / sizeof(Pixel)> block_;
+};
+
 // Sets pixels of one colour and adds what it touched to the canvas's damage when it goes.
 class Plotter {
 public:
@@ -33,44 +73,19 @@ public:
     void across(std::int64_t x1, std::int64_t x2, std::int64_t y);
     void down(std::int64_t x, std::int64_t y1, std::int64_t y2);
 
-    // For figures of many small pieces, which cut themselves: what lies inside the clip rectangle for certain. It
-    // counts as touched only when touch() says so.
-    void set_inside(int x, int y) const {
-        std::uint8_t* const at = address(x, y);
+    // For figures of many small pieces, which cut themselves at the clip rectangle: calls draw(rows) with PixelRows of
+    // the picture's depth. What is set so counts as touched only when touch() says so.
+    template <typename Draw>
+    void with_rows(Draw draw) const {
         switch (bytes_per_pixel_) {
-        case 1: set_raw<std::uint8_t>(at); break;
-        case 2: set_raw<std::uint16_t>(at); break;
-        default: set_raw<std::uint32_t>(at); break;
-        }
-    }
-    void fill_inside(int x1, int x2, int y) const {
-        std::uint8_t* const first = address(x1, y);
-        const std::size_t count = static_cast<std::size_t>(x2 - x1 + 1);
-        switch (bytes_per_pixel_) {
-        case 1: fill_raw<std::uint8_t>(first, count); break;
-        case 2: fill_raw<std::uint16_t>(first, count); break;
-        default: fill_raw<std::uint32_t>(first, count); break;
+        case 1: draw(PixelRows(pixels_, pitch_, static_cast<std::uint8_t>(raw_))); break;
+        case 2: draw(PixelRows(pixels_, pitch_, static_cast<std::uint16_t>(raw_))); break;
+        default: draw(PixelRows(pixels_, pitch_, raw_)); break;
         }
     }
     void touch(const Rectangle& area) { touched_ = bounding(touched_, area); }
 
 private:
-    std::uint8_t* address(int x, int y) const {
-        return pixels_ + static_cast<std::size_t>(y) * pitch_ +
-               static_cast<std::size_t>(x) * static_cast<std::size_t>(bytes_per_pixel_);
-    }
-    template <typename Pixel>
-    void set_raw(std::uint8_t* at) const {
-        const Pixel pixel = static_cast<Pixel>(raw_);
-        std::memcpy(at, &pixel, sizeof pixel);
-    }
-    template <typename Pixel>
-    void fill_raw(std::uint8_t* first, std::size_t count) const {
-        const Pixel pixel = static_cast<Pixel>(raw_);
-        for (std::size_t i = 0; i < count; ++i)
-            std::memcpy(first + i * sizeof pixel, &pixel, sizeof pixel);
-    }
-
     Canvas& canvas_;
     const Rectangle clip_;
     std::uint8_t* const pixels_;

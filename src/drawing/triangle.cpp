@@ -1,120 +1,162 @@
-// Triangles: rows between two edges that are stepped with 8 fractional bits, closed by the outline.
+// Triangles: rows between two sides that are stepped with 8 fractional bits, closed by the outline.
 //
-// All divisions cut towards zero. An edge therefore falls short of its true place by up to a pixel or two at the far
-// end of a long side, and the outline covers the gap.
+// A side is stepped in numbers that are cut, and falls short of its true place by up to a pixel or two at the far end
+// of a long one; the outline covers the gap. What the outline sets on a row is found together with the row's span, so
+// that most rows are one run of pixels.
 #include "drawing/triangle.h"
 
 #include "drawing/plotter.h"
+#include "drawing/triangle_sides.h"
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <utility>
 
 namespace {
 
-constexpr int fraction_bits = 8;
-
-struct Corner {
-    std::int64_t x, y;
-};
 using Corners = std::array<Corner, 3>;
 
-// One side of the filled rows: where it is on the row `top`, and how far it goes a row, in 1/256 pixels.
-struct Edge {
-    std::int64_t start, step, top;
+// The four corners of a half: two sides over the same rows.
+struct Half {
+    Corner left_top, left_bottom, right_top, right_bottom;
 
-    Edge(const Corner& from, const Corner& to)
-        : start(from.x << fraction_bits), step(((to.x - from.x) << fraction_bits) / (to.y - from.y)), top(from.y) {}
-
-    std::int64_t on_row(std::int64_t row) const { return start + step * (row - top); }
+    int top() const { return left_top.y; }
+    int bottom() const { return left_bottom.y; }
 };
 
-// The pixels from one end to the other, both included, whichever lies to the right.
-class RowFiller {
+// Draws halves of triangles into rows of one depth.
+template <typename Rows>
+class TrianglePainter {
 public:
-    explicit RowFiller(Plotter& plotter) : plotter_(plotter), left_(plotter.clip().x1), right_(plotter.clip().x2) {}
+    TrianglePainter(Rows rows, const Rectangle& clip) : rows_(rows), clip_(clip) {}
 
-    void fill(std::int64_t one_end, std::int64_t other_end, int row) {
-        if (one_end > triangle_last_column || other_end < 0) return;
-        const int from = static_cast<int>(std::max<std::int64_t>(one_end, 0));
-        const int to = static_cast<int>(std::min<std::int64_t>(other_end, triangle_last_column));
-        // ODDITY triangle-skips-column-zero (kept): a row of which only the screen's first column would show is left
-        // to the outline.
-        if (from == 0 && to == 0) return;
-        const int first = std::max(std::min(from, to), left_), last = std::min(std::max(from, to), right_);
-        if (first > last) return;
-        plotter_.fill_inside(first, last, row);
-        least_ = std::min(least_, first);
-        most_ = std::max(most_, last);
+    void draw(Corners corners) const {
+        order_by_row(corners);
+        const auto& [top, middle, bottom] = corners;
+        if (top.y == bottom.y) return draw_row(corners);
+        if (middle.y == bottom.y) return draw_flat_bottom(top, middle, bottom);
+        if (top.y == middle.y) return draw_flat_top(top, middle, bottom);
+        const Corner opposite{top.x + share(bottom.x - top.x, middle.y - top.y, bottom.y - top.y), middle.y};
+        draw_flat_bottom(top, middle, opposite);
+        draw_flat_top(middle, opposite, bottom);
     }
-    // The rectangle around what was filled, when these are the rows.
-    Rectangle filled(int first_row, int last_row) const { return {least_, first_row, most_, last_row}; }
 
 private:
-    Plotter& plotter_;
-    const int left_, right_;
-    int least_ = triangle_last_column + 1, most_ = -1;
+    static void order_by_row(Corners& corners) {
+        const auto order = [&](std::size_t upper, std::size_t lower) {
+            if (corners[upper].y > corners[lower].y) std::swap(corners[upper], corners[lower]);
+        };
+        order(0, 1);
+        order(1, 2);
+        order(0, 1);
+    }
+    static void order_by_column(Corner& left, Corner& right) {
+        if (left.x > right.x) std::swap(left, right);
+    }
+
+    // whole x part / parts, cut towards zero. The longer division takes several times as long.
+    static int share(int whole, int part, int parts) {
+        const std::int64_t product = std::int64_t{whole} * part;
+        const int narrow = static_cast<int>(product);
+        return narrow == product ? narrow / parts : static_cast<int>(product / parts);
+    }
+
+    // Whether the screen shows none of these rows; then not even the outline is drawn.
+    static bool off_screen(int top, int bottom) { return top > triangle_last_row || bottom < 0; }
+
+    void draw_row(const Corners& corners) const {
+        const auto [least, greatest] = std::minmax({corners[0].x, corners[1].x, corners[2].x});
+        if (!off_screen(corners[0].y, corners[0].y)) fill({least, greatest}, corners[0].y);
+    }
+    void draw_flat_bottom(const Corner& top, Corner left, Corner right) const {
+        if (off_screen(top.y, left.y)) return;
+        order_by_column(left, right);
+        draw_sides({top, left, top, right});
+        fill({left.x, right.x}, left.y);
+    }
+    void draw_flat_top(Corner left, Corner right, const Corner& bottom) const {
+        if (off_screen(left.y, bottom.y)) return;
+        order_by_column(left, right);
+        draw_sides({left, bottom, right, bottom});
+        fill({left.x, right.x}, left.y);
+    }
+
+    void draw_sides(const Half& half) const {
+        if (has_one_run_a_row(half)) return draw_runs(half);
+        const int first = std::max(half.top(), clip_.y1), last = std::min(half.bottom(), clip_.y2);
+        if (first > last) return;
+        Side left(half.left_top, half.left_bottom, first), right(half.right_top, half.right_bottom, first);
+        for (int row = first; row <= last; ++row) {
+            const int from = left.column_and_next_row(), to = right.column_and_next_row();
+            Run run = left.line_and_next_row();
+            if (is_filled(from, to, row)) run = join(run, span_of(from, to), row);
+            fill(join(run, right.line_and_next_row(), row), row);
+        }
+    }
+
+    // Whether it is small, nothing of it is cut, and no row is the first column alone.
+    bool has_one_run_a_row(const Half& half) const {
+        return half.bottom() - half.top() <= ShortSide::most_rows &&
+               std::min(half.left_top.x, half.left_bottom.x) >= std::max(clip_.x1, 1) &&
+               std::max(half.right_top.x, half.right_bottom.x) <= std::min(clip_.x2, triangle_last_column) &&
+               half.top() >= clip_.y1 && half.bottom() <= std::min(clip_.y2, triangle_last_row);
+    }
+
+    void draw_runs(const Half& half) const {
+        ShortSide left(half.left_top, half.left_bottom, ShortSide::Place::left);
+        ShortSide right(half.right_top, half.right_bottom, ShortSide::Place::right);
+        for (int row = half.top(); row <= half.bottom(); ++row) {
+            const auto [from, to] = std::minmax({left.column(), right.column()});
+            rows_.fill(std::min(from, left.left_line_end()), std::max(to, right.right_line_end()), row);
+            left.next_row();
+            right.next_row();
+        }
+    }
+
+    // Whether the span between two sides is drawn on a row.
+    //
+    // ODDITY triangle-skips-column-zero (kept): a row of which only the screen's first column would show is left to the
+    // outline.
+    static bool is_filled(int from, int to, int row) {
+        return row <= triangle_last_row && from <= triangle_last_column && to >= 0 && (from > 0 || to > 0);
+    }
+    // Its pixels, also when the sides have crossed.
+    static Run span_of(int from, int to) {
+        const int first = std::max(from, 0), last = std::min(to, triangle_last_column);
+        return {std::min(first, last), std::max(first, last)};
+    }
+
+    // The run of both; where they do not touch the first one is drawn at once.
+    Run join(const Run& run, const Run& other, int row) const {
+        if (run.joins(other)) return run.with(other);
+        fill(run, row);
+        return other;
+    }
+
+    void fill(const Run& run, int row) const {
+        const int first = std::max(run.first, clip_.x1), last = std::min(run.last, clip_.x2);
+        if (first <= last && row >= clip_.y1 && row <= clip_.y2) rows_.fill(first, last, row);
+    }
+
+    const Rows rows_;
+    const Rectangle clip_;
 };
 
-void fill_rows(Plotter& plotter, const Edge& left, const Edge& right, const Corners& corners) {
-    const Rectangle& clip = plotter.clip();
-    const std::int64_t first = std::max<std::int64_t>({corners[0].y, 0, clip.y1});
-    const std::int64_t last = std::min<std::int64_t>({corners[2].y, triangle_last_row, clip.y2});
-    std::int64_t at_left = left.on_row(first), at_right = right.on_row(first);
-    RowFiller filler(plotter);
-    for (int row = static_cast<int>(first); row <= last; ++row) {
-        filler.fill(at_left >> fraction_bits, at_right >> fraction_bits, row);
-        at_left += left.step;
-        at_right += right.step;
-    }
-    plotter.touch(filler.filled(static_cast<int>(first), static_cast<int>(last)));
-}
-
-void draw_outline(Plotter& plotter, const Corners& corners) {
-    for (std::size_t i = 0; i < corners.size(); ++i) {
-        const Corner &from = corners[i], &to = corners[(i + 1) % corners.size()];
-        plot_line(plotter, from.x, from.y, to.x, to.y);
-    }
-}
-
-void order_by_row(Corners& corners) {
-    const auto order = [&](std::size_t upper, std::size_t lower) {
-        if (corners[upper].y > corners[lower].y) std::swap(corners[upper], corners[lower]);
-    };
-    order(0, 1);
-    order(1, 2);
-    order(0, 1);
-}
-
-void order_by_column(Corner& left, Corner& right) {
-    if (left.x > right.x) std::swap(left, right);
-}
-
-void draw_triangle(Plotter& plotter, Corners corners) {
-    order_by_row(corners);
-    auto& [top, middle, bottom] = corners;
-    if (top.y > triangle_last_row || bottom.y < 0) return;
-    if (top.y != middle.y && middle.y != bottom.y) {
-        const Corner opposite{top.x + (middle.y - top.y) * (bottom.x - top.x) / (bottom.y - top.y), middle.y};
-        draw_triangle(plotter, {top, middle, opposite});
-        draw_triangle(plotter, {middle, opposite, bottom});
-        return;
-    }
-    if (top.y != middle.y) {
-        order_by_column(middle, bottom);
-        fill_rows(plotter, {top, middle}, {top, bottom}, corners);
-    } else if (middle.y != bottom.y) {
-        order_by_column(top, middle);
-        fill_rows(plotter, {top, bottom}, {middle, bottom}, corners);
-    }
-    draw_outline(plotter, corners);
+Rectangle around(const Corners& corners) {
+    const auto [left, right] = std::minmax({corners[0].x, corners[1].x, corners[2].x});
+    const auto [top, bottom] = std::minmax({corners[0].y, corners[1].y, corners[2].y});
+    return {left, top, right, bottom};
 }
 
 } // namespace
 
 void DRAWTRIANGLE(Canvas& canvas, std::int16_t x1, std::int16_t y1, std::int16_t x2, std::int16_t y2, std::int16_t x3,
                   std::int16_t y3, std::uint32_t colour) {
+    const Corners corners{{{x1, y1}, {x2, y2}, {x3, y3}}};
+    const Rectangle area = intersection(around(corners), canvas.clip());
+    if (area.empty()) return;
     Plotter plotter(canvas, colour);
-    if (plotter.clip().empty()) return;
-    draw_triangle(plotter, {{{x1, y1}, {x2, y2}, {x3, y3}}});
+    plotter.with_rows([&](auto rows) { TrianglePainter(rows, canvas.clip()).draw(corners); });
+    plotter.touch(area);
 }

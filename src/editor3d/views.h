@@ -1,4 +1,4 @@
-// The four views of the 3D editor: where they lie on the screen and how they look at the model.
+// The four views of the 3D editor: where they lie on the screen, how they look at the model, and their pictures.
 #pragma once
 
 #include "base/table.h"
@@ -15,7 +15,14 @@ struct WINDOW3D {
 };
 
 constexpr int views = 4;
+constexpr int view_3d = 4;
 extern OneBased<WINDOW3D, views> W3D; // 1 top, 2 front, 3 side, 4 perspective
+
+extern double CURYAW, CURPITCH; // how the perspective view turns the model, in radians
 
 // Sets all four views to what the editor starts with.
 void INIT3DWINDOWS();
+
+// Draws view 1 .. 4 within its frame: slot CURMODEL, in paint job CURPJ. The wireframe views take a copy of the model
+// into WFCAR, the perspective view its pieces into VCAR.
+void UPDATE3DWINDOW(std::uint8_t view);

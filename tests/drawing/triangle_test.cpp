@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <random>
@@ -248,6 +249,41 @@ TEST(DrawTriangle, EveryPixelIsThatOfTheRuleWalkedRowByRow) {
         const Rectangle clip{random.within(0, 63), random.within(0, 47), random.within(0, 63), random.within(0, 47)};
         const auto ours = drawn(at, 64, 48, clip);
         ASSERT_EQ(picture(*ours), picture(*walked(at, 64, 48, clip))) << words(at);
+    }
+}
+
+// Nothing is cut here, so that most halves are drawn as one run a row.
+TEST(DrawTriangle, EveryTriangleOfASmallGridIsThatOfTheRule) {
+    constexpr int side = 7, corners = side * side;
+    const auto corner = [](int number) { return Point{2 + number % side, 1 + number / side}; };
+    for (int a = 0; a < corners; ++a)
+        for (int b = a; b < corners; ++b)
+            for (int c = b; c < corners; ++c) {
+                const Points at{corner(a), corner(b), corner(c)};
+                const Rectangle everything{0, 0, side + 3, side + 1};
+                const auto ours = drawn(at, side + 4, side + 2, everything);
+                const auto theirs = walked(at, side + 4, side + 2, everything);
+                ASSERT_TRUE(std::ranges::equal(ours->bytes(), theirs->bytes())) << words(at) << '\n'
+                                                                                << picture(*ours) << '\n'
+                                                                                << picture(*theirs);
+            }
+}
+
+// Around the height of 128 rows the one way of finding the pixels takes over from the other.
+TEST(DrawTriangle, TrianglesOfMiddlingSizeAreThoseOfTheRule) {
+    RandomTriangles random(5);
+    const auto ours = create_image(300, 160, black), theirs = create_image(300, 160, black);
+    Canvas our_canvas(*ours), their_canvas(*theirs);
+    for (int round = 0; round < 1500; ++round) {
+        const int least_height = random.within(0, 1) * 120;
+        const Points at{{{random.within(1, 299), random.within(0, 8)},
+                         {random.within(1, 299), random.within(0, 150)},
+                         {random.within(1, 299), std::min(8 + least_height + random.within(0, 30), 159)}}};
+        fill_box(our_canvas, 0, 0, 299, 159, black);
+        fill_box(their_canvas, 0, 0, 299, 159, black);
+        draw(our_canvas, at, white);
+        walk(their_canvas, at);
+        ASSERT_TRUE(std::ranges::equal(ours->bytes(), theirs->bytes())) << words(at);
     }
 }
 
