@@ -4,7 +4,6 @@
 #include "pictures.h"
 
 #include <benchmark/benchmark.h>
-#define STBI_ONLY_TGA
 #define STBI_NO_STDIO
 #include <stb_image.h>
 #include <stb_image_write.h>

@@ -196,6 +196,12 @@ TargaPicture decode_targa(std::span<const std::byte> file) {
     return picture;
 }
 
+PictureSize targa_size(std::span<const std::byte> file) {
+    ByteReader reader(file);
+    const Header header = read_header(reader);
+    return {header.width, header.height};
+}
+
 namespace {
 TargaPicture read_targa(const std::string& filename) {
     try {

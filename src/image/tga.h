@@ -3,6 +3,7 @@
 
 #include "base/byte_writer.h"
 #include "image/image.h"
+#include "image/picture_size.h"
 
 #include <array>
 #include <cstddef>
@@ -55,6 +56,9 @@ struct TargaPicture {
 // The same from memory; nothing outside the picture is touched. Checked in this order: too_large, inverted_x,
 // unsupported, no_memory.
 TargaPicture decode_targa(std::span<const std::byte> file);
+
+// The sides that a file's header gives; what it is too short for is 0.
+PictureSize targa_size(std::span<const std::byte> file);
 
 // Writers. `image` may be null (code 101). Short memory counts as a file that cannot be created (code 103). TARGASAVE8
 // takes the palette as blue, green, red bytes; an empty one means all 256 entries of the palette of 8-bit images.

@@ -9,7 +9,6 @@ constexpr std::uint8_t yes = 255, no = 0;
 // Ids are four characters: "dot " ends in a blank.
 constexpr std::array<std::pair<std::string_view, std::string_view>, 5> mask_pairs = {
     {{"dast", "dasm"}, {"dot ", "dota"}, {"ins1", "inm1"}, {"ins3", "inm3"}, {"gnob", "gnab"}}};
-constexpr std::array<std::string_view, 4> instrument_panels = {"ins1", "ins3", "inm1", "inm3"};
 
 std::int16_t sum_in_16_bits(std::int16_t a, std::int16_t b) { return static_cast<std::int16_t>(a + b); }
 } // namespace
@@ -25,6 +24,8 @@ std::string_view mask_of(std::string_view owner) {
         if (id == owner) return mask;
     return {};
 }
+
+int mask_index(const BitmapRecord& owner) { return owner.has_mask == no ? 0 : RBM(owner.mask_name); }
 
 bool is_mask_id(std::string_view id) {
     return std::ranges::any_of(mask_pairs, [id](const auto& pair) { return pair.second == id; });

@@ -4,6 +4,7 @@
 
 #include "model/document.h"
 
+#include <array>
 #include <cstddef>
 #include <string_view>
 
@@ -12,9 +13,12 @@ int RBM(std::string_view id);
 
 // The mask that belongs to an owner ("dast" -> "dasm"), or an empty text.
 std::string_view mask_of(std::string_view owner);
+// Index of the bitmap that the record's mask link leads to, or 0.
+int mask_index(const BitmapRecord& owner);
 // "dasm", "inm1", "inm3", "dota", "gnab".
 bool is_mask_id(std::string_view id);
-// "ins1", "ins3", "inm1", "inm3": placed relative to "ins2".
+// Placed relative to "ins2".
+constexpr std::array<std::string_view, 4> instrument_panels = {"ins1", "ins3", "inm1", "inm3"};
 bool is_instrument_panel(std::string_view id);
 
 // Whether the bitmap has its pixels. One without area has a buffer of no bytes, and has it.

@@ -9,8 +9,6 @@
 OneBased<DashItem, dash_items> DASHITEM;
 
 namespace {
-constexpr std::uint16_t canvas_width = 320, canvas_height = 200;
-
 struct ItemKind {
     std::string_view label, id;
 };

@@ -1,6 +1,6 @@
 // Windows bitmap files, byte by byte.
 #include "base/file_io.h"
-#include "image/bmp.h"
+#include "image/picture_file.h"
 #include "support/picture_words.h"
 
 #include <gtest/gtest.h>
@@ -22,7 +22,7 @@ protected:
 
     std::string path() const { return directory_ + "/picture.bmp"; }
     std::vector<int> saved(const Image& image) const {
-        EXPECT_TRUE(save_bmp(path(), image));
+        EXPECT_EQ(save_bmp(image, path()), SaveOutcome::saved);
         std::vector<int> bytes;
         for (const std::byte b : read_file(path()).value_or(Bytes{}))
             bytes.push_back(std::to_integer<int>(b));
@@ -74,8 +74,8 @@ TEST_F(Bmp, EightBitImageGoesThroughThePaletteAnd16BitOneIsSpread) {
 }
 
 TEST_F(Bmp, FileThatCannotBeWrittenIsReported) {
-    EXPECT_FALSE(save_bmp(directory_ + "/no/such/place.bmp", *create_image(1, 1)));
-    EXPECT_FALSE(save_bmp(directory_, *create_image(1, 1)));
+    EXPECT_EQ(save_bmp(*create_image(1, 1), directory_ + "/no/such/place.bmp"), SaveOutcome::cannot_create);
+    EXPECT_EQ(save_bmp(*create_image(1, 1), directory_), SaveOutcome::cannot_create);
 }
 
 } // namespace

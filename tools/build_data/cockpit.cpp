@@ -2,12 +2,11 @@
 
 #include "formats/bitmap_file.h"
 #include "formats/resource_archive.h"
+#include "model/arcs.h"
 #include "model/colours.h"
-#include "model/parameters.h"
 #include "source.h"
 
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 #include <map>
 #include <numbers>
@@ -16,8 +15,7 @@
 namespace {
 
 constexpr std::string_view shared_tail[] = {"!cg0", "!eg0"}; // end both files
-constexpr int canvas_width = 320, canvas_height = 200;
-constexpr int opaque_from = 128; // alpha from which a pixel hides what lies behind
+constexpr int opaque_from = 128;                             // alpha from which a pixel hides what lies behind
 constexpr std::uint8_t see_through = 255;
 
 int alpha_of(std::uint32_t pixel) { return static_cast<int>(pixel >> 24); }
@@ -68,12 +66,6 @@ const BitmapRecord& find_bitmap(const Cockpit& cockpit, std::string_view id) {
     return *found;
 }
 
-void set_point_bytes(int offset, double x, double y) {
-    if (x < 0 || y < 0 || x > 255 || y > 255) throw SourceError("a point that two bytes cannot hold");
-    set_par_byte(offset, static_cast<std::uint8_t>(std::lround(x)));
-    set_par_byte(offset + 1, static_cast<std::uint8_t>(std::lround(y)));
-}
-
 double radians(double degrees) { return degrees * std::numbers::pi / 180; }
 
 using GaugeLines = std::map<std::string, SourceLine>;
@@ -84,41 +76,48 @@ const SourceLine& gauge_line(const GaugeLines& lines, const std::string& key) {
     return found->second;
 }
 
-// Centre, number of points and needle tips of a gauge, as words and bytes from `offset` on.
-void store_gauge(const GaugeLines& lines, const std::string& name, int offset, int most_points,
-                 const BitmapRecord& instruments) {
+GaugeArc gauge_arc(const GaugeLines& lines, const std::string& name, const BitmapRecord& instruments) {
     const SourceLine& centre = gauge_line(lines, name + "_centre");
     const long left = instruments.relative_x, top = instruments.relative_y;
-    const auto x = static_cast<double>(centre.integer_within(1, left, left + instruments.width) - left);
-    const auto y = static_cast<double>(centre.integer_within(2, top, top + instruments.height) - top);
-    const double radius = gauge_line(lines, name + "_radius").real(1);
-    const double start = gauge_line(lines, name + "_start").real(1);
-    const double end = gauge_line(lines, name + "_end").real(1);
-    const long points = gauge_line(lines, name + "_points").integer_within(1, 1, most_points);
+    const SourceLine& end = gauge_line(lines, name + "_end");
+    const GaugeArc arc{
+        .centre = {static_cast<int>(centre.integer_within(1, left, left + instruments.width)),
+                   static_cast<int>(centre.integer_within(2, top, top + instruments.height))},
+        .radius = gauge_line(lines, name + "_radius").real(1),
+        .start = radians(gauge_line(lines, name + "_start").real(1)),
+        .end = radians(end.real(1)),
+    };
+    if (arc.start < arc.end) end.fail("a needle goes down from its start to its end");
+    const CockpitPoint centre_in_panel = arc.centre - CockpitPoint{instruments.relative_x, instruments.relative_y};
+    if (arc.radius > std::min(centre_in_panel.x, centre_in_panel.y)) centre.fail("needle tips beside the instruments");
+    return arc;
+}
 
-    set_par_word(offset, static_cast<std::uint16_t>(x));
-    set_par_word(offset + 2, static_cast<std::uint16_t>(y));
-    set_par_word(offset + 4, static_cast<std::uint16_t>(points));
-    for (int k = 0; k <= points; ++k) {
-        const double angle = radians(start + (end - start) * k / static_cast<double>(points));
-        set_point_bytes(offset + 6 + 2 * k, x + std::cos(angle) * radius, y - std::sin(angle) * radius);
-    }
+void store_gauge(const GaugeLines& lines, const std::string& name, const Gauge& gauge,
+                 const BitmapRecord& instruments) {
+    const auto points = static_cast<int>(gauge_line(lines, name + "_points").integer_within(1, 1, gauge.most_points));
+    set_point_count(gauge, points);
+    GaugeArc arc = gauge_arc(lines, name, instruments);
+    // The last tip is lost when the sum of all steps passes the end by a rounding error; with an end a hair's breadth
+    // away the errors are others.
+    constexpr int attempts = 20;
+    constexpr double hairs_breadth = 1e-9;
+    for (int attempt = 0; attempt < attempts; ++attempt, arc.end -= hairs_breadth)
+        if (lay_gauge(gauge, arc, {instruments.relative_x, instruments.relative_y}) == points + 1) return;
+    throw SourceError("the " + name + " lacks a needle tip");
 }
 
 // The steering dot's way: a quarter of a circle from the top of the wheel to its right.
 void store_wheel_markers(const SourceLine& wheel) {
-    constexpr int steps = 30;
-    for (int k = 0; k <= steps; ++k) {
-        const double angle = std::numbers::pi / 2 * (steps - k) / steps;
-        set_point_bytes(par_offset::steering_markers + 2 * k, wheel.real(1) + std::cos(angle) * wheel.real(3),
-                        wheel.real(2) - std::sin(angle) * wheel.real(3));
-    }
+    const WheelArc arc{.centre = {static_cast<int>(wheel.integer_within(1, 0, largest_arc_centre.x)),
+                                  static_cast<int>(wheel.integer_within(2, 0, largest_arc_centre.y))},
+                       .radius = wheel.real(3)};
+    if (lay_wheel(arc) != last_marker + 1) throw SourceError("the wheel lacks a marker");
 }
 
 void store_knob(long gear, const SourceLine& line, std::size_t first_field) {
-    const int offset = par_offset::knobs + 4 * static_cast<int>(gear);
-    set_par_word(offset, static_cast<std::uint16_t>(line.integer_within(first_field, 0, canvas_width)));
-    set_par_word(offset + 2, static_cast<std::uint16_t>(line.integer_within(first_field + 1, 0, canvas_height)));
+    set_knob(static_cast<int>(gear), {static_cast<int>(line.integer_within(first_field, 0, canvas_width)),
+                                      static_cast<int>(line.integer_within(first_field + 1, 0, canvas_height))});
 }
 
 bool has_shared_tail(const std::vector<BitmapRecord>& bitmaps) {
@@ -177,8 +176,8 @@ void store_gauges(const std::filesystem::path& folder, const Cockpit& cockpit) {
         }
     }
     const BitmapRecord& instruments = find_bitmap(cockpit, "ins2");
-    store_gauge(lines, "speedometer", par_offset::speedometer, most_speedometer_points, instruments);
-    store_gauge(lines, "tachometer", par_offset::tachometer, most_tachometer_points, instruments);
+    store_gauge(lines, "speedometer", speedometer, instruments);
+    store_gauge(lines, "tachometer", tachometer, instruments);
     store_wheel_markers(gauge_line(lines, "wheel_centre"));
-    store_knob(0, gauge_line(lines, "gear_gate"), 1);
+    store_knob(gate, gauge_line(lines, "gear_gate"), 1);
 }

@@ -1,6 +1,7 @@
 #include "source.h"
 
 #include "base/text.h"
+#include "image/picture_file.h"
 
 #include <charconv>
 #include <fstream>
@@ -60,4 +61,10 @@ std::vector<SourceLine> read_source_lines(const std::filesystem::path& file) {
         lines.push_back({file, number, std::string(content), fields_of(content)});
     }
     return lines;
+}
+
+ImageHandle read_png(const std::filesystem::path& file) {
+    ImageHandle image = LoadRGBAFile(file);
+    if (!image) throw SourceError(file.string() + ": " + picture_failure());
+    return image;
 }

@@ -1,17 +1,14 @@
-#include "image/bmp.h"
+#include "image/picture_file.h"
 
-#include "base/file_io.h"
-
-#include <cstddef>
+#include <cstdint>
 #include <new>
-#include <span>
 #include <stb_image_write.h>
 #include <vector>
 
 namespace {
 
-// The writer counts bytes in 32 bits with a sign.
-constexpr std::int64_t most_pixels = (std::int64_t{1} << 31) / 4 - 1024;
+// The writer counts bytes in 32 bits with a sign; a row takes a byte more than its pixels.
+constexpr std::int64_t most_pixels = std::int64_t{1} << 28;
 
 bool is_opaque(const Image& image) {
     if (image.bytes_per_pixel() != 4) return true;
@@ -54,18 +51,41 @@ void collect(void* context, void* data, int size) {
     }
 }
 
-} // namespace
-
-bool save_bmp(const std::string& filename, const Image& image) {
-    if (std::int64_t{image.width()} * image.height() > most_pixels) return false;
-    const int channels = is_opaque(image) ? 3 : 4;
+// `write` gets what takes the pieces, the width, the height and the pixels; 0 from it is a failure.
+std::optional<Bytes> encode(const Image& image, int channels, auto write) {
+    if (std::int64_t{image.width()} * image.height() > most_pixels) return {};
     try {
         const auto pixels = channels_of(image, channels);
         Collected file;
-        if (!stbi_write_bmp_to_func(collect, &file, image.width(), image.height(), channels, pixels.data()))
-            return false;
-        return file.complete && save_file(filename, file.bytes) == SaveOutcome::saved;
+        if (!write(&file, image.width(), image.height(), pixels.data()) || !file.complete) return {};
+        return std::move(file.bytes);
     } catch (const std::bad_alloc&) {
-        return false;
+        return {};
     }
 }
+
+SaveOutcome save(const std::string& filename, const std::optional<Bytes>& content) {
+    return content ? save_file(filename, *content) : SaveOutcome::write_failed;
+}
+
+} // namespace
+
+std::optional<Bytes> encode_png(const Image& image, bool with_alpha) {
+    const int channels = with_alpha ? 4 : 3;
+    return encode(image, channels, [channels](void* file, int width, int height, const std::uint8_t* pixels) {
+        return stbi_write_png_to_func(collect, file, width, height, channels, pixels, width * channels);
+    });
+}
+
+std::optional<Bytes> encode_bmp(const Image& image) {
+    const int channels = is_opaque(image) ? 3 : 4;
+    return encode(image, channels, [channels](void* file, int width, int height, const std::uint8_t* pixels) {
+        return stbi_write_bmp_to_func(collect, file, width, height, channels, pixels);
+    });
+}
+
+SaveOutcome SavePNGFile(const Image& image, const std::string& filename, bool with_alpha) {
+    return save(filename, encode_png(image, with_alpha));
+}
+
+SaveOutcome save_bmp(const Image& image, const std::string& filename) { return save(filename, encode_bmp(image)); }
