@@ -1,9 +1,10 @@
 // Files for which there is no memory.
 #include "base/file_io.h"
+#include "image/picture_file.h"
 #include "image/tga.h"
-#include "image/tga_words.h"
 #include "support/child_process.h"
 #include "support/temporary_directory.h"
+#include "support/tga_words.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -52,6 +53,13 @@ TEST_F(ShortMemory, PictureFileWithoutRoomIs204) {
     SKIP_WHERE_NEW_CANNOT_FAIL();
     put_huge_file(targa_header({.image_type = 10, .width = 1, .height = 1, .depth = 24}));
     EXPECT_EQ(run_with_memory_limit(little, [&] { return targa_error_of(path); }), targa_error::no_memory);
+}
+
+TEST_F(ShortMemory, OtherPictureFileWithoutRoomIsToldSo) {
+    SKIP_WHERE_NEW_CANNOT_FAIL();
+    put_huge_file({});
+    const auto said = [&] { return !LoadRGBAFile(path) && picture_failure() == "Image load failed out of memory !"; };
+    EXPECT_EQ(run_with_memory_limit(little / 2, [&] { return said() ? 1 : 0; }), 1);
 }
 
 TEST_F(ShortMemory, FileWithoutRoomIsNothing) {

@@ -1,8 +1,8 @@
 // Reading TGA images: every row of the table of variants, every refusal, every kind of damage.
 #include "image/tga.h"
 
-#include "image/tga_words.h"
 #include "support/temporary_directory.h"
+#include "support/tga_words.h"
 
 #include <gtest/gtest.h>
 

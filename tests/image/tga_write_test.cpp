@@ -1,8 +1,8 @@
 // Writing TGA images: exact bytes, the packet builder's choices, and back through the reader.
 #include "image/tga.h"
 
-#include "image/tga_words.h"
 #include "support/temporary_directory.h"
+#include "support/tga_words.h"
 
 #include <gtest/gtest.h>
 
