@@ -11,6 +11,13 @@ VISUALMODEL VCAR;
 std::int8_t CURMODEL = 0;
 std::uint8_t CURPJ = 0;
 
+std::string slot_label(int slot) {
+    constexpr int first_auxiliary = 3;
+    constexpr std::array<const char*, first_auxiliary> names = {"Showroom", "Game", "Intro"};
+    if (slot >= first_auxiliary) return "Aux " + std::to_string(slot - first_auxiliary + 1);
+    return names.at(static_cast<std::size_t>(slot));
+}
+
 void settle_paint_jobs() {
     PAINTJOBS = std::clamp<std::uint8_t>(PAINTJOBS, 1, max_paint_jobs);
     if (CURPJ >= PAINTJOBS) CURPJ = 0;

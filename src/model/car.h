@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 // The renderer's triangulated model.
 struct VISUALVERTEX {
@@ -32,6 +33,9 @@ extern VISUALMODEL VCAR;
 
 extern std::int8_t CURMODEL; // 0 .. 4
 extern std::uint8_t CURPJ;   // 0 .. PAINTJOBS - 1
+
+// What a slot is called on the screen: "Showroom", "Game", "Intro", "Aux 1", "Aux 2".
+std::string slot_label(int slot);
 
 // Holds the rule that follows every load: PAINTJOBS is 1 .. 17 and CURPJ below it.
 void settle_paint_jobs();

@@ -94,3 +94,9 @@ TEST_F(Car, ShownPaintJobIsHeldBelowTheCount) {
     settle_paint_jobs();
     EXPECT_EQ(CURPJ, 0);
 }
+
+TEST_F(Car, SlotsHaveTheNamesOfTheScreen) {
+    const std::array<const char*, 5> labels = {"Showroom", "Game", "Intro", "Aux 1", "Aux 2"};
+    for (int slot = 0; slot < car_slots; ++slot)
+        EXPECT_EQ(slot_label(slot), labels[static_cast<std::size_t>(slot)]);
+}
