@@ -7,7 +7,9 @@
 #include "base/text.h"
 #include "files/directory.h"
 #include "formats/bitmap_file.h"
+#include "formats/obj_file.h"
 #include "formats/parameter_file.h"
+#include "formats/project_file.h"
 #include "formats/shape_file.h"
 #include "model/car.h"
 #include "model/document.h"
@@ -21,9 +23,29 @@ namespace {
 
 constexpr std::size_t identifier_length = 4;
 
-using FileProcedure = void (*)(const std::string& filename);
+// Returns what there is to say beside the file status.
+using FileProcedure = std::string (*)(const std::string& filename);
+
+template <void (*procedure)(const std::string& filename)>
+std::string silently(const std::string& filename) {
+    procedure(filename);
+    return {};
+}
 
 void load_all_shapes(const std::string& filename) { LOAD3SH(filename, all_shapes); }
+
+std::string load_body(const std::string& filename) {
+    const auto import = LOADOBJ(filename, CURMODEL);
+    if (!import) return {};
+    const std::string remarks = remarks_on(*import);
+    return "Into " + slot_label(CURMODEL) + (remarks.empty() ? "" : ": " + remarks);
+}
+
+std::string save_body(const std::string& filename) {
+    const std::size_t left_out = SAVEOBJ(filename, CURMODEL);
+    if (left_out == 0 || FILE_ERNUM != file_status::success) return {};
+    return std::to_string(left_out) + " polygons left out: their vertices are not there";
+}
 
 struct FileKind {
     std::string_view extension;
@@ -33,12 +55,14 @@ struct FileKind {
 };
 
 constexpr FileKind file_kinds[] = {
-    {".res", LOADRES, SAVERES},
-    {".3sh", load_all_shapes, SAVE3SH},
-    {".vsh", LOADVSH, SAVEVSH},
-    {".pre", LOADRES, nullptr, "temp.res"},
-    {".p3s", load_all_shapes, nullptr, "temp.3sh"},
-    {".pvs", LOADVSH, nullptr, "temp.vsh"},
+    {".res", silently<LOADRES>, silently<SAVERES>},
+    {".3sh", silently<load_all_shapes>, silently<SAVE3SH>},
+    {".vsh", silently<LOADVSH>, silently<SAVEVSH>},
+    {".car", silently<LOADCAR>, silently<SAVECAR>},
+    {".obj", load_body, save_body},
+    {".pre", silently<LOADRES>, nullptr, "temp.res"},
+    {".p3s", silently<load_all_shapes>, nullptr, "temp.3sh"},
+    {".pvs", silently<LOADVSH>, nullptr, "temp.vsh"},
 };
 
 const FileKind* kind_of(const std::string& name) {
@@ -64,12 +88,9 @@ std::string unpack(const std::string& packed, std::string_view unpacked_name) {
     return unpacked;
 }
 
-void load_kind(const FileKind& kind, const std::string& name) {
-    if (kind.unpacked_name.empty()) {
-        kind.load(name);
-    } else if (!unpacker().empty()) {
-        kind.load(unpack(name, kind.unpacked_name));
-    }
+std::string load_kind(const FileKind& kind, const std::string& name) {
+    if (kind.unpacked_name.empty()) return kind.load(name);
+    return unpacker().empty() ? std::string() : kind.load(unpack(name, kind.unpacked_name));
 }
 
 std::string failure_text(const std::string& file) { return FILE_ERROR + ": " + file; }
@@ -155,12 +176,10 @@ TransferReport transfer(Transfer direction, const std::string& name) {
 
     const FileKind* kind = kind_of(name);
     if (!kind || (direction == Transfer::save && !kind->save)) return {.unknown_format = true};
-    if (direction == Transfer::load) {
-        load_kind(*kind, name);
-    } else {
-        kind->save(name);
-    }
-    return report(direction, FILE_FILE, FILE_FILE);
+    const std::string note = direction == Transfer::load ? load_kind(*kind, name) : kind->save(name);
+    TransferReport result = report(direction, FILE_FILE, FILE_FILE);
+    result.note = note;
+    return result;
 }
 
 TransferReport report_unknown_format() {

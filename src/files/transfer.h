@@ -11,6 +11,7 @@ struct TransferReport {
     std::string text{};          // status line; empty when nothing was done
     bool failed = false;         // the status line is an error
     std::string reason{};        // of the last failure, in the system's words; empty where it has none
+    std::string note{};          // what a person may like to know beside it: where a body went, what of it was left out
     std::string first_failure{}; // of a car's four files, the first that failed with its error; empty when none did
 };
 
