@@ -44,8 +44,7 @@ void draw_wheel_dots(Canvas& canvas, const ViewMapping& mapping) {
         const int offset = par_offset::wheels + wheel * bytes_per_wheel;
         const double across = signed_word(offset) * wheel_scale(mapping);
         const double along = signed_word(offset + wheel_along) * wheel_scale(mapping);
-        // ODDITY wheel-dots-mirrored (kept): a wheel in front is drawn below the origin, where the wireframe has its
-        // rear.
+        // ODDITY wheel-dots-mirrored (kept): y runs downwards here, upwards in the wireframe.
         draw_circle(canvas, mapping.origin_x + across, mapping.origin_y + along, wheel_dot_radius,
                     ground_colour::physical_data, 1, 0, whole_circle, true);
     }

@@ -247,8 +247,8 @@ TEST(DrawTriangle, EveryPixelIsThatOfTheRuleWalkedRowByRow) {
     for (int round = 0; round < 4000; ++round) {
         const Points at = random.next();
         const Rectangle clip{random.within(0, 63), random.within(0, 47), random.within(0, 63), random.within(0, 47)};
-        const auto ours = drawn(at, 64, 48, clip);
-        ASSERT_EQ(picture(*ours), picture(*walked(at, 64, 48, clip))) << words(at);
+        const auto ours = drawn(at, 64, 48, clip), theirs = walked(at, 64, 48, clip);
+        ASSERT_TRUE(std::ranges::equal(ours->bytes(), theirs->bytes())) << words(at);
     }
 }
 
