@@ -178,7 +178,7 @@ void sort_visual_primitives(VISUALMODEL& visual) {
     sort_by_depth(visual);
 }
 
-void SIMPLIFYMODEL(std::uint8_t model, std::uint8_t paint_job) { simplify_model(CAR[model], paint_job, VCAR); }
+void SIMPLIFYMODEL(std::uint8_t model, std::uint8_t paint_job) { simplify_model(*CAR[model], paint_job, VCAR); }
 
 void ROTATEVISUALMODEL(std::uint8_t perspective, double yaw, double pitch) {
     rotate_visual_model(VCAR, perspective != 0, yaw, pitch);

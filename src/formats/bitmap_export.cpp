@@ -9,7 +9,6 @@
 #include "model/colours.h"
 
 #include <cstdint>
-#include <optional>
 
 namespace {
 
@@ -54,14 +53,15 @@ public:
     explicit EarlierFile(const std::string& path) : path_(path), content_(read_file(path, most_kept)) {}
 
     void put_back() const {
-        if (content_ && content_->size() < most_kept && read_file(path_, most_kept) != content_)
-            save_file(path_, *content_);
+        if (!content_ || content_->size() == most_kept) return;
+        const FileContent now = read_file(path_, most_kept);
+        if (!now || *now != *content_) save_file(path_, *content_);
     }
 
 private:
     static constexpr std::size_t most_kept = largest_picture_file;
     std::string path_;
-    std::optional<Bytes> content_;
+    FileContent content_;
 };
 
 Failure convert(const Image& image, const std::string& path) {
@@ -100,8 +100,8 @@ ImageHandle export_image(const BitmapRecord& bitmap, const BitmapRecord* mask) {
     std::size_t at = 0;
     for (int y = 0; y < bitmap.height; ++y)
         for (int x = 0; x < bitmap.width; ++x, ++at) {
-            const std::uint32_t colour = PAL[bitmap.pixels[at]];
-            image->set_pixel(x, y, mask ? with_alpha(colour, mask->pixels[at]) : colour);
+            const std::uint32_t colour = PAL[(*bitmap.pixels)[at]];
+            image->set_pixel(x, y, mask ? with_alpha(colour, (*mask->pixels)[at]) : colour);
         }
     return image;
 }

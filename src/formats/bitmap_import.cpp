@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
-#include <new>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -31,13 +30,11 @@ std::string too_large() {
 // --- decoding -------------------------------------------------------------------------------------------------------
 
 ImportedPicture decode_targa_import(std::span<const std::byte> file) {
-    TargaPalette unused{}; // the palette of 8-bit images is none of an import's business
-    std::int16_t error = 0;
-    ImageHandle image = decode_targa(file, &unused, error);
-    set_targa_error(error);
-    if (!image) return {.reason = TARGAERRORMESSAGE};
-    if (image->bytes_per_pixel() != 4) return {.reason = std::string(not_a_picture)};
-    return {.image = std::move(image)};
+    TargaPicture picture = decode_targa(file);
+    set_targa_error(picture.error);
+    if (!picture.image) return {.reason = TARGAERRORMESSAGE};
+    if (picture.image->bytes_per_pixel() != 4) return {.reason = std::string(not_a_picture)};
+    return {.image = std::move(picture.image)};
 }
 
 ImportedPicture decode_picture_import(std::span<const std::byte> file) {
@@ -52,8 +49,6 @@ std::optional<PictureSize> import_size(std::string_view path, std::span<const st
 }
 
 // --- pixels ---------------------------------------------------------------------------------------------------------
-
-using Pixels = std::vector<std::uint8_t>;
 
 void each_pixel(const Image& picture, auto visit) {
     for (int y = 0; y < picture.height(); ++y) {
@@ -107,7 +102,7 @@ struct Room {
         const int index = RBM(id);
         if (index == 0) return;
         ++bitmaps;
-        pixels += BITMAP[index].pixels.size();
+        pixels += BITMAP[index].pixels->size();
     }
     bool take(std::size_t area) {
         if (bitmaps < 1 || pixels < area) return false;
@@ -171,14 +166,9 @@ Import import_bitmap(const std::string& id, const Image& picture) {
 
 BitmapExchange LOADBITMAP(const std::string& id, const std::string& path) {
     begin_file(path);
-    std::optional<Bytes> file;
-    try {
-        file = read_file_or_throw(path, largest_picture_file);
-    } catch (const std::bad_alloc&) {
-        return {.message = "Not enough memory"};
-    }
+    const FileContent file = read_file(path, largest_picture_file);
     if (!file) {
-        report_file(file_status::not_found);
+        report_file(file.failed() ? file_status::read_error : file_status::not_found, file.reason());
         return {.message = FILE_ERROR + ": " + path};
     }
     const ImportedPicture picture = decode_import(path, *file);

@@ -27,6 +27,6 @@ struct Import {
 };
 Import import_bitmap(const std::string& id, const Image& picture);
 
-// Reads a picture file and imports it. The file-status record says "File not found" or success, whatever else was
-// wrong with the file; the result says it all.
+// Reads a picture file and imports it. The file-status record says "File not found", "Read error" or success, whatever
+// else was wrong with the file; the result says it all.
 BitmapExchange LOADBITMAP(const std::string& id, const std::string& path);

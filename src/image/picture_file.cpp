@@ -117,7 +117,8 @@ DecodedPicture decode_picture(FileBytes file, PictureSize most) {
 ImageHandle LoadRGBAFile(const std::string& filename) {
     DecodedPicture picture;
     try {
-        if (const auto file = read_file_or_throw(filename, largest_picture_file)) {
+        const FileContent file = read_file_or_throw(filename, largest_picture_file);
+        if (file) {
             picture = decode_picture(*file);
         } else {
             picture.reason = filename.empty() ? "Image load failed no filename !" : "Unable to open file";

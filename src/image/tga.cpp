@@ -196,10 +196,11 @@ TargaPicture decode_targa(std::span<const std::byte> file) {
     return picture;
 }
 
-PictureSize targa_size(std::span<const std::byte> file) {
+std::optional<PictureSize> targa_size(std::span<const std::byte> file) {
     ByteReader reader(file);
     const Header header = read_header(reader);
-    return {header.width, header.height};
+    if ((header.descriptor & right_to_left) || !decoder_for(header)) return {};
+    return PictureSize{header.width, header.height};
 }
 
 namespace {

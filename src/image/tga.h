@@ -8,6 +8,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -57,8 +58,8 @@ struct TargaPicture {
 // unsupported, no_memory.
 TargaPicture decode_targa(std::span<const std::byte> file);
 
-// The sides that a file's header gives; what it is too short for is 0.
-PictureSize targa_size(std::span<const std::byte> file);
+// The sides that a file's header gives, however large; nothing when the file is none that could be decoded.
+std::optional<PictureSize> targa_size(std::span<const std::byte> file);
 
 // Writers. `image` may be null (code 101). Short memory counts as a file that cannot be created (code 103). TARGASAVE8
 // takes the palette as blue, green, red bytes; an empty one means all 256 entries of the palette of 8-bit images.

@@ -9,10 +9,11 @@
 #include <string>
 #include <vector>
 
+constexpr int canvas_width = 320, canvas_height = 200; // of the dashboard
 constexpr int max_bitmaps = 100;
 // Pixels of all bitmaps together: a whole canvas each. With both previews a pixel takes 53 bytes, so that no file,
 // however it lies about sizes, makes the table need more than 324 MiB.
-constexpr std::size_t max_bitmap_pixels = std::size_t{max_bitmaps} * 320 * 200;
+constexpr std::size_t max_bitmap_pixels = std::size_t{max_bitmaps} * canvas_width * canvas_height;
 
 using Pixels = std::vector<std::uint8_t>;
 
