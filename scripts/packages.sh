@@ -3,12 +3,12 @@
 
 build_packages=(
     cmake ninja-build g++ pkg-config ccache
-    libsdl2-dev libstb-dev libfreetype-dev xfonts-terminus-dos
+    libsdl2-dev libx11-dev libstb-dev libfreetype-dev xfonts-terminus-dos
 )
 display_packages=(xvfb xdotool imagemagick)
-test_packages=(libgtest-dev libgmock-dev libx11-dev libxtst-dev clang-format python3 "${display_packages[@]}")
+test_packages=(libgtest-dev libgmock-dev libxtst-dev clang-format python3 "${display_packages[@]}")
 fuzz_packages=(clang libclang-rt-14-dev)
-bench_packages=(libbenchmark-dev libx11-dev libxtst-dev xvfb)
+bench_packages=(libbenchmark-dev libxtst-dev xvfb)
 tidy_packages=(clang-tidy)
 
 ensure_packages() {

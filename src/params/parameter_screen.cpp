@@ -73,13 +73,21 @@ void hover(TorqueGraph& graph, int point) {
     graph.hovered_speed = point * rpm_per_point;
 }
 
+// A hand moves faster than the mouse reports: what lies between two reports of a stroke is painted too.
+void paint(const ParameterScreen& state, const MouseState& now) {
+    const MouseState& before = state.input.before;
+    if (before.buttons == 1 && over_curve(before.x, before.y))
+        set_torque_between(before.at(), now.at(), state.graph.zoom);
+    set_torque(point_at(now.x), torque_at(now.y, state.graph.zoom));
+}
+
 void on_curve(ParameterScreen& state) {
     const MouseState& now = state.input.mouse;
     const int point = point_at(now.x);
     // ODDITY hover-readout-vanishes (kept): a redraw of the graph takes the highlight and the values away, and only
     // another point brings them back; the first point shows nothing when it is the first one pointed at.
     if (point * rpm_per_point != state.graph.hovered_speed) hover(state.graph, point);
-    if (now.buttons == 1) set_torque(point, torque_at(now.y, state.graph.zoom));
+    if (now.buttons == 1) paint(state, now);
     if (now.buttons == 1 || now.buttons == 2) select_point(state, point);
 }
 

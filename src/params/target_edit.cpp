@@ -97,6 +97,19 @@ int clicked_row(int first, int last) {
     return 0;
 }
 
+// The next row of the same section that a person types into: the nearest one below, or the section's first.
+int row_below(int row, int first, int last) {
+    int below = 0, top = row;
+    for (int other = first; other <= last; ++other) {
+        const PARAMINPUT& candidate = PTARGET[other];
+        if (candidate.label_x != PTARGET[row].label_x || candidate.type == target_type::option) continue;
+        if (candidate.label_y < PTARGET[top].label_y) top = other;
+        const bool lower = candidate.label_y > PTARGET[row].label_y;
+        if (lower && (below == 0 || candidate.label_y < PTARGET[below].label_y)) below = other;
+    }
+    return below != 0 ? below : top;
+}
+
 } // namespace
 
 void draw_targets(int first, int last, bool pointed) {
@@ -115,9 +128,12 @@ unsigned MAINTAINTARGETS(int first, int last, bool opens) {
     if (mouse() == memory().seen) return 0;
     draw_targets(first, last);
     memory().seen = mouse();
-    const int row = opens ? clicked_row(first, last) : 0;
+    int row = opens ? clicked_row(first, last) : 0;
     if (row == 0) return 0;
-    EDITTARGET(row);
+    while (EDITTARGET(row) == EditEnd::next) {
+        draw_targets(first, last);
+        row = row_below(row, first, last);
+    }
     draw_targets(first, last);
     return 1;
 }
@@ -151,8 +167,9 @@ constexpr EditKey<TargetEntry> entry_keys[] = {
      "are put in at the caret while there is room and the number stays in its range",
      type_into,
      "digits; in names the characters from blank to `~`"},
-    {{key::left, key::right, key::backspace, key::delete_}, "as usual", type_into},
+    {{key::left, key::right, key::home, key::end, key::backspace, key::delete_}, "as usual", type_into},
     {{key::enter}, "stores", nullptr},
+    {{key::tab}, "stores, and opens the next row of the section", nullptr},
     {{key::escape}, "leaves the value as it was", nullptr},
     {{}, "leaves the value as it was; a press elsewhere also acts there", nullptr, "a further mouse button"},
 };
@@ -236,8 +253,8 @@ EditEnd edit_entry(const PARAMINPUT& target) {
     TargetEntry entry(target);
     const EditEnd end = run_edit(
         target_area(target), [&] { draw_entry(target, entry.field()); },
-        [&](const std::string& key) { return entry.on_key(key); });
-    if (end == EditEnd::stored) store_entry(target, entry);
+        [&](const std::string& key) { return entry.on_key(key); }, TabKey::leads_on);
+    if (end == EditEnd::stored || end == EditEnd::next) store_entry(target, entry);
     const ScreenLock lock;
     fill_edit_box(target, entry.field(), colour::background);
     return end;

@@ -78,6 +78,24 @@ int point_at(int x) { return (x - graph_area::left) / pixels_per_point; }
 
 int torque_at(int y, int zoom) { return (graph_area::bottom - y) / zoom; }
 
+namespace {
+
+int x_of_point(int point) { return graph_area::left + point * pixels_per_point; }
+
+// The height at which the straight way between two places passes an x between theirs.
+int y_between(Point from, Point to, int x) {
+    const double share = static_cast<double>(x - from.x) / (to.x - from.x);
+    return static_cast<int>(std::lround(from.y + share * (to.y - from.y)));
+}
+
+} // namespace
+
+void set_torque_between(Point from, Point to, int zoom) {
+    const auto [first, last] = std::minmax(point_at(from.x), point_at(to.x));
+    for (int point = first + 1; point < last; ++point)
+        set_torque(point, torque_at(y_between(from, to, x_of_point(point)), zoom));
+}
+
 // ODDITY marker-drag-truncates-key-rounds (kept): the same place gives speeds that may differ by one, cut by the mouse
 // and rounded by a key.
 int dragged_speed(int x) { return rpm_per_point * (x - graph_area::left) / pixels_per_point; }

@@ -47,6 +47,8 @@ bool over_marker_strip(int x, int y);
 // What a place over the curve stands for; x in 65 .. 686, y in 245 .. 500.
 int point_at(int x);
 int torque_at(int y, int zoom);
+// Every point strictly between those of two places over the curve gets the torque of the straight way between them.
+void set_torque_between(Point from, Point to, int zoom);
 // The engine speed of a place, cut to a whole number as a marker is dragged, and the nearest one as a key sets it.
 int dragged_speed(int x);
 int keyed_speed(int x);

@@ -2,8 +2,21 @@
 
 #include "widgets/nested_loop.h"
 
+#include <optional>
+
+namespace {
+
+std::optional<EditEnd> end_by(const std::string& typed, TabKey tab) {
+    if (typed == key::enter) return EditEnd::stored;
+    if (typed == key::escape) return EditEnd::escaped;
+    if (typed == key::tab && tab == TabKey::leads_on) return EditEnd::next;
+    return std::nullopt;
+}
+
+} // namespace
+
 EditEnd run_edit(const Rectangle& field, const std::function<void()>& draw,
-                 const std::function<bool(const std::string&)>& on_key) {
+                 const std::function<bool(const std::string&)>& on_key, TabKey tab) {
     EditEnd end = EditEnd::closed;
     bool handed_back = false;
     run_nested(draw, [&](const Input& input) {
@@ -12,8 +25,8 @@ EditEnd run_edit(const Rectangle& field, const std::function<void()>& draw,
             handed_back = !field.contains(input.mouse.at());
             return handed_back ? Answer::hand_back : Answer::done;
         }
-        if (input.key == key::enter || input.key == key::escape) {
-            end = input.key == key::enter ? EditEnd::stored : EditEnd::escaped;
+        if (const auto ended = end_by(input.key, tab)) {
+            end = *ended;
             return Answer::done;
         }
         return !input.key.empty() && on_key(input.key) ? Answer::changed : Answer::nothing;

@@ -1,5 +1,6 @@
 #include "widgets/nested_loop.h"
 
+#include "widgets/strip.h"
 #include "window/window.h"
 
 namespace {
@@ -15,6 +16,7 @@ bool run_nested(const std::function<void()>& draw, const std::function<Answer(co
     const InputScope scope(InputScope::Start::here);
     draw_locked(draw);
     for (;;) {
+        keep_strip();
         const Input input = read_input();
         if (input.key == key::close_window) {
             unread_input();

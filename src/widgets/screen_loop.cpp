@@ -1,5 +1,6 @@
 #include "widgets/screen_loop.h"
 
+#include "widgets/strip.h"
 #include "widgets/title.h"
 #include "widgets/widgets.h"
 
@@ -23,6 +24,7 @@ RunningScreen::RunningScreen(ScreenState& state) : state_(state), around_(std::e
 
 RunningScreen::~RunningScreen() {
     handled();
+    set_screen_fact("");
     innermost = around_;
     if (around_) around_->state_.repaint = true;
 }
@@ -40,6 +42,7 @@ void RunningScreen::handled() {
 void RunningScreen::read() {
     handled();
     show_title();
+    keep_strip();
     state_.input = read_input();
     acted_on_ = false;
     const bool taken = !state_.input.key.empty() && hooks.before && hooks.before(state_.input);

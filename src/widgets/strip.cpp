@@ -85,6 +85,7 @@ void set_car_fact(const std::string& fact) { strip.words.car_fact = fact; }
 
 void keep_strip() {
     if (const auto end = strip_changes_at(); end && timer() >= *end) strip.words.message.clear();
+    set_alarm(strip_changes_at());
     if (strip.words == strip.drawn) return;
     strip.drawn = strip.words;
     draw_strip();
@@ -96,6 +97,10 @@ std::optional<double> strip_changes_at() {
 }
 
 void reset_strip() { strip = {}; }
+
+namespace {
+const ResetWithProgram registered(reset_strip);
+}
 
 namespace {
 const ResetWithProgram registered(reset_strip);

@@ -20,7 +20,8 @@ const std::string& said();
 void set_screen_fact(const std::string& fact);
 void set_car_fact(const std::string& fact);
 
-// Draws the strip if what it shows has changed, or if a message's time is over. The loop calls this once a pass.
+// Draws the strip if what it shows has changed, or if a message's time is over, and sets the alarm for that. Every loop
+// calls this before it reads.
 void keep_strip();
 // The timer() at which the message goes, if one stands there.
 std::optional<double> strip_changes_at();

@@ -21,7 +21,8 @@ public:
     virtual void present(const Image& picture, std::span<const Rectangle> changed) = 0;
     // Appends what has happened since the last call, in order. Never waits.
     virtual void poll(std::vector<InputEvent>& events) = 0;
-    // Returns when something happens, at the latest after so many milliseconds. Takes no event away.
+    // Returns when something happens, at the latest after so many milliseconds; negative: only then. Takes no event
+    // away.
     virtual void wait(int milliseconds) = 0;
     // Seconds since an arbitrary start.
     virtual double seconds() = 0;

@@ -6,6 +6,7 @@
 #include "window/window.h"
 
 #include <algorithm>
+#include <cmath>
 #include <deque>
 #include <set>
 #include <utility>
@@ -15,7 +16,6 @@ namespace {
 
 // Fruitless passes before reading waits.
 constexpr int patience = 3;
-constexpr int longest_wait = 250; // milliseconds
 constexpr int left_button = 1;
 constexpr Point outside{-1, -1};
 
@@ -65,6 +65,7 @@ struct InputState {
     bool key_was_read = false;
     std::optional<Taken> taken;
     int fruitless = 0;
+    std::optional<double> alarm;
 };
 
 InputState input;
@@ -185,10 +186,18 @@ bool poll_events() {
     return !events.empty();
 }
 
+// Until the alarm, rounded up; -1 when none is set.
+int milliseconds_to_wait() {
+    if (!input.alarm) return -1;
+    const double left = (*input.alarm - timer()) * 1000;
+    return static_cast<int>(std::ceil(std::clamp(left, 0.0, 1e6)));
+}
+
 void wait_for_events() {
     if (!backend()) return;
     show_screen();
-    backend()->wait(longest_wait);
+    backend()->wait(milliseconds_to_wait());
+    if (input.alarm && timer() >= *input.alarm) input.alarm.reset();
     poll_events();
 }
 
@@ -316,6 +325,8 @@ bool wait_for_release() {
 }
 
 double timer() { return backend() ? backend()->seconds() : 0; }
+
+void set_alarm(std::optional<double> at) { input.alarm = at; }
 
 void reset_input() { input = InputState{}; }
 

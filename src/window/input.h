@@ -9,8 +9,8 @@
 // one that began on the bar nothing in the work area, and one that is spent nothing anywhere, until no button is down:
 // what a loop reads has only the buttons that act in the work area, and the menu bar asks for its own.
 //
-// When nothing at all has happened for a moment, reading waits inside the platform for the next event, for at most
-// 250 ms; nothing else in the program waits.
+// When nothing at all has happened for a moment, reading waits inside the platform for the next event, without a limit
+// unless an alarm is set; nothing else in the program waits.
 #pragma once
 
 #include "drawing/canvas.h"
@@ -101,6 +101,9 @@ bool wait_for_release();
 
 // Seconds since an arbitrary start.
 double timer();
+// The timer() at which reading returns even if nothing has happened, for what changes with time; it is
+// over then. None: never.
+void set_alarm(std::optional<double> at);
 
 // Nothing read, nothing held, mouse outside.
 void reset_input();

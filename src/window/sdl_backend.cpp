@@ -2,6 +2,7 @@
 
 #include "base/code_page.h"
 #include "image/tga.h"
+#include "window/event_wait.h"
 #include "window/scaling.h"
 #include "window/sdl_events.h"
 #include "window/termination.h"
@@ -243,7 +244,7 @@ void SdlBackend::poll(std::vector<InputEvent>& events) {
 }
 
 void SdlBackend::wait(int milliseconds) {
-    if (window_) SDL_WaitEventTimeout(nullptr, milliseconds);
+    if (window_) wait_for_event(window_.get(), milliseconds);
 }
 
 double SdlBackend::seconds() {
