@@ -13,8 +13,8 @@
 #include <vector>
 
 namespace key {
-// In a row: any character from " " to "~".
-inline constexpr const char* any_character = "\xFF";
+// In a row: any character from " " to "~". No keyboard sends this string.
+inline constexpr const char* any_character = "\xFF*";
 } // namespace key
 
 // The keys of one row; those that are not needed stay null.

@@ -1,5 +1,6 @@
 #include "widgets/screen_loop.h"
 
+#include "base/reset.h"
 #include "widgets/strip.h"
 #include "widgets/title.h"
 #include "widgets/widgets.h"
@@ -20,14 +21,18 @@ void repaint_screens() {
         running->state_.repaint = true;
 }
 
-RunningScreen::RunningScreen(ScreenState& state) : state_(state), around_(std::exchange(innermost, this)) {}
+RunningScreen::RunningScreen(ScreenState& state)
+    : state_(state), around_(std::exchange(innermost, this)), number_(CURMENU) {}
 
 RunningScreen::~RunningScreen() {
     handled();
     set_screen_fact("");
     innermost = around_;
+    set_screen_fact({});
     if (around_) around_->state_.repaint = true;
 }
+
+bool RunningScreen::left() const { return state_.leave || CURMENU != number_; }
 
 void RunningScreen::clear() const {
     lock_screen();
@@ -51,4 +56,8 @@ void RunningScreen::read() {
 
 void RunningScreen::keep_menu_bar() {
     if (MAINTAINMENU(false) < 0) state_.leave = true;
+}
+
+namespace {
+const ResetWithProgram registered([] { set_loop_hooks({}); });
 }

@@ -68,7 +68,8 @@ void set_loop_hooks(LoopHooks hooks);
 // Every screen that runs draws everything anew before it reads again.
 void repaint_screens();
 
-// What the loop keeps for one screen that runs. A screen may run inside another one's step.
+// What the loop keeps for one screen that runs. A screen may run inside another one's step; when that changes CURMENU,
+// both are left.
 class RunningScreen {
 public:
     explicit RunningScreen(ScreenState& state);
@@ -79,13 +80,15 @@ public:
     void read();
     void handled(); // calls the hook for the input that was acted on, once
     void keep_menu_bar();
+    bool left() const;  // the loop ends here
     void clear() const; // the work area; the next screen's first frame shows it
 
 private:
     ScreenState& state_;
     InputScope scope_{InputScope::Start::anew};
     RunningScreen* const around_;
-    bool acted_on_ = true; // nothing was read yet
+    const std::uint8_t number_; // CURMENU at the start
+    bool acted_on_ = true;      // nothing was read yet
 
     friend void repaint_screens();
 };
@@ -126,16 +129,16 @@ template <class State>
 void run_pass(State& state, const Screen<State>& screen, RunningScreen& running) {
     for (const Step step : screen.order) {
         run_step(step, state, screen, running);
-        if (state.leave) return;
+        if (running.left()) return;
     }
 }
 
 // Runs the screen until one of its steps leaves: another screen was picked (CURMENU has changed), or the program ends
-// (CURMENU is 255), or the screen set `leave` itself.
+// (CURMENU is 255), or the screen set `leave` itself. Then the work area is cleared.
 template <class State>
 void run_screen(State& state, const Screen<State>& screen) {
     RunningScreen running(state);
-    while (!state.leave)
+    while (!running.left())
         run_pass(state, screen, running);
     if (CURMENU != screen_number::quit || !screen.stays_at_end) running.clear();
 }

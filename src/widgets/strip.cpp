@@ -101,7 +101,3 @@ void reset_strip() { strip = {}; }
 namespace {
 const ResetWithProgram registered(reset_strip);
 }
-
-namespace {
-const ResetWithProgram registered(reset_strip);
-}
