@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -78,22 +79,13 @@ int point_at(int x) { return (x - graph_area::left) / pixels_per_point; }
 
 int torque_at(int y, int zoom) { return (graph_area::bottom - y) / zoom; }
 
-namespace {
-
-int x_of_point(int point) { return graph_area::left + point * pixels_per_point; }
-
-// The height at which the straight way between two places passes an x between theirs.
-int y_between(Point from, Point to, int x) {
-    const double share = static_cast<double>(x - from.x) / (to.x - from.x);
-    return static_cast<int>(std::lround(from.y + share * (to.y - from.y)));
-}
-
-} // namespace
-
 void set_torque_between(Point from, Point to, int zoom) {
-    const auto [first, last] = std::minmax(point_at(from.x), point_at(to.x));
-    for (int point = first + 1; point < last; ++point)
-        set_torque(point, torque_at(y_between(from, to, x_of_point(point)), zoom));
+    if (from.x > to.x) std::swap(from, to);
+    const int first = point_at(from.x), last = point_at(to.x);
+    for (int point = first + 1; point < last; ++point) {
+        const double share = static_cast<double>(point - first) / (last - first);
+        set_torque(point, torque_at(static_cast<int>(std::lround(from.y + share * (to.y - from.y))), zoom));
+    }
 }
 
 // ODDITY marker-drag-truncates-key-rounds (kept): the same place gives speeds that may differ by one, cut by the mouse

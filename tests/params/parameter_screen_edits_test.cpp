@@ -110,3 +110,32 @@ TEST_F(ParameterScreenTest, AMenuCellPressedInAnEditLeavesTheScreen) {
         });
     }
 }
+
+TEST_F(ParameterScreenTest, TabStoresAndOpensTheNextRowOfTheSection) {
+    play_screen({click_row(34), key_press(Key::backspace), key_press(Key::tab), key_press(Key::end),
+                 key_press(Key::backspace), typed("?"), key_press(Key::tab), typed("1"), key_press(Key::tab),
+                 typed("2"), key_press(Key::enter)});
+    EXPECT_EQ(CARNAME, "New ca");
+    EXPECT_EQ(CARSIGNNAME, "New?");
+    EXPECT_EQ(par_word(par_offset::mass), 201); // Powergear, which is not typed, is passed over
+    EXPECT_EQ(par_word(4), 3002);
+}
+
+TEST_F(ParameterScreenTest, TabLeadsFromTheLastRowOfASectionToItsFirst) {
+    play_screen({click_row(18), typed("7"), key_press(Key::tab), key_press(Key::home), key_press(Key::delete_),
+                 typed("3"), key_press(Key::enter)});
+    EXPECT_EQ(par_word(26), 7);
+    EXPECT_EQ(par_byte(0), 3);
+}
+
+TEST_F(ParameterScreenTest, TabInAValueThatIsLeftAfterwardsHasStoredTheOneBefore) {
+    play_screen({click_row(3), typed("9"), key_press(Key::tab), typed("9"), key_press(Key::escape)});
+    EXPECT_EQ(par_word(4), 3009);
+    EXPECT_EQ(par_word(56), 30);
+}
+
+TEST_F(ParameterScreenTest, HomeAndEndMoveTheCaretOfAValue) {
+    play_screen(
+        {click_row(3), key_press(Key::home), typed("1"), key_press(Key::end), typed("2"), key_press(Key::enter)});
+    EXPECT_EQ(par_word(4), 13002);
+}

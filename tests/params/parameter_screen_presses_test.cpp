@@ -148,3 +148,36 @@ TEST_F(ParameterPresses, AButtonThatWentDownOnEmptyGroundOpensWhatItReaches) {
         {mouse_at(5, 590), press(5, 590), mouse_at(800, 400), release(800, 400), typed("5"), key_press(Key::enter)});
     EXPECT_EQ(CARINFO, "5New car]");
 }
+
+TEST_F(ParameterPresses, AStrokeFasterThanTheMouseReportsLeavesNoGap) {
+    set_curve(0);
+    // Zoom 2: torque 20 at point 10, 100 at point 50, back to 40 at point 20.
+    play_screen({mouse_at(curve_x(10), 500 - 40), press(curve_x(10), 500 - 40), mouse_at(curve_x(50), 500 - 200),
+                 mouse_at(curve_x(20), 500 - 80), release(curve_x(20), 500 - 80)});
+    EXPECT_EQ(torque(10), 20);
+    EXPECT_EQ(torque(50), 100);
+    EXPECT_EQ(torque(20), 40);
+    for (int point = 21; point < 50; ++point)
+        EXPECT_EQ(torque(point), 40 + (point - 20) * 2) << point; // the way back was painted last
+    for (int point = 11; point < 20; ++point)
+        EXPECT_EQ(torque(point), 20 + (point - 10) * 2) << point;
+    EXPECT_EQ(torque(9), 0);
+    EXPECT_EQ(torque(51), 0);
+}
+
+TEST_F(ParameterPresses, NothingIsPaintedOnTheWayFromOutsideTheCurve) {
+    set_curve(0);
+    play_screen({mouse_at(curve_x(10), 400), press(curve_x(10), 400), mouse_at(curve_x(20), 580),
+                 mouse_at(curve_x(40), 400), release(curve_x(40), 400)});
+    EXPECT_EQ(torque(10), 50);
+    EXPECT_EQ(torque(40), 50);
+    for (int point = 11; point < 40; ++point)
+        EXPECT_EQ(torque(point), 0) << point;
+}
+
+TEST_F(ParameterPresses, AMoveWithoutTheButtonPaintsNothingBetween) {
+    set_curve(0);
+    play_screen({mouse_at(curve_x(10), 400), mouse_at(curve_x(40), 400), click(curve_x(40), 400)});
+    for (int point = 0; point < 40; ++point)
+        EXPECT_EQ(torque(point), 0) << point;
+}

@@ -140,14 +140,6 @@ TEST_F(ParameterScreenTest, AStrokePaintsEveryPositionThatWasReported) {
         EXPECT_EQ(torque(point), point) << point;
 }
 
-TEST_F(ParameterScreenTest, NothingIsInterpolated) {
-    set_curve(7);
-    play_screen({at_once(drag({{curve_x(20), curve_y(100)}, {curve_x(40), curve_y(50)}}))});
-    EXPECT_EQ(torque(20), 100);
-    EXPECT_EQ(torque(30), 7);
-    EXPECT_EQ(torque(40), 50);
-}
-
 TEST_F(ParameterScreenTest, TheRightButtonSelectsAndLeavesTheTorque) {
     set_curve(60);
     play_screen({click(curve_x(30), 300, 2), key_press(Key::up), look([] {

@@ -276,8 +276,8 @@ TEST_F(TargetTest, CursorKeysStayInTheText) {
     EXPECT_EQ(typed_into(mass_row, {key::right}).field().caret(), 2U);
     EXPECT_EQ(typed_into(mass_row, {key::left}).field().caret(), 1U);
     EXPECT_EQ(typed_into(mass_row, {key::left, key::left, key::left}).field().caret(), 0U);
-    EXPECT_EQ(typed_into(mass_row, {key::home}).field().caret(), 2U);
-    EXPECT_EQ(typed_into(mass_row, {key::left, key::end}).field().caret(), 1U);
+    EXPECT_EQ(typed_into(mass_row, {key::home}).field().caret(), 0U);
+    EXPECT_EQ(typed_into(mass_row, {key::left, key::end}).field().caret(), 2U);
 }
 
 TEST_F(TargetTest, NamesTakeEverythingPrintableUpToTheirMaximum) {
