@@ -39,7 +39,8 @@ Previews& previews_of(const BitmapRecord& bitmap) {
     const auto found = std::ranges::find_if(kept, [&](const auto& previews) { return shows(previews, bitmap); });
     if (found != kept.end()) return *found;
     std::erase_if(kept, [](const Previews& previews) { return !in_table(previews); });
-    return kept.emplace_back(bitmap.pixels, bitmap.width, bitmap.height, is_mask(bitmap), nullptr, nullptr);
+    kept.push_back({bitmap.pixels, bitmap.width, bitmap.height, is_mask(bitmap), nullptr, nullptr});
+    return kept.back();
 }
 
 ColourTable colours_of(bool mask) {
