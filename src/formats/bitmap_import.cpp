@@ -88,7 +88,7 @@ std::size_t foreign_colours(const Image& picture, const Pixels& indices) {
         if (colour != (PAL[*index++] & colour_bits)) foreign.push_back(colour);
     });
     std::ranges::sort(foreign);
-    return static_cast<std::size_t>(std::ranges::unique(foreign).begin() - foreign.begin());
+    return static_cast<std::size_t>(std::unique(foreign.begin(), foreign.end()) - foreign.begin());
 }
 
 // --- the table ------------------------------------------------------------------------------------------------------
