@@ -62,8 +62,10 @@ double leading_decimal(std::string_view text) {
     return negative ? -value : value;
 }
 
-std::string decimal_text(double value) {
+std::string decimal_text(double value, int significant_digits) {
     std::array<char, 32> text{};
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::general, 16).ptr;
+    const auto end =
+        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::general, significant_digits)
+            .ptr;
     return {text.data(), end};
 }

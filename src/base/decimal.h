@@ -8,6 +8,6 @@
 // there is none. Beyond a double's range it is infinite or 0.
 double leading_decimal(std::string_view text);
 
-// The number with 16 significant digits and no trailing zeros, with an exponent where that is shorter: the form
+// The number with so many significant digits and no trailing zeros, with an exponent where that is shorter: the form
 // "%.16g".
-std::string decimal_text(double value);
+std::string decimal_text(double value, int significant_digits = 16);

@@ -48,7 +48,7 @@ double swept(const std::vector<CockpitPoint>& tips, CockpitPoint centre) {
 }
 
 // Laying goes from the start down to the end, in the other direction from the end up to the start.
-void follow_tips(GaugeArc& arc, const std::vector<CockpitPoint>& tips) {
+void follow_tips(Arc& arc, const std::vector<CockpitPoint>& tips) {
     const double way = swept(tips, arc.centre);
     arc.start = angle_of(tips.front(), arc.centre);
     arc.end = angle_of(tips.back(), arc.centre);
@@ -71,8 +71,8 @@ CockpitPoint arc_centre_at(CockpitPoint place) {
     return {std::clamp(place.x, 0, largest_arc_centre.x), std::clamp(place.y, 0, largest_arc_centre.y)};
 }
 
-GaugeArc arc_of(const Gauge& gauge) {
-    GaugeArc arc{.centre = arc_centre_at(bitmap_position("ins2") + gauge_centre(gauge))};
+Arc arc_of(const Gauge& gauge) {
+    Arc arc{.centre = arc_centre_at(bitmap_position("ins2") + gauge_centre(gauge))};
     const std::vector<CockpitPoint> tips = tips_on_canvas(gauge);
     if (tips.size() < 2) return arc;
     if (const double radius = mean_distance(tips, arc.centre); radius > 0) arc.radius = radius;
@@ -80,7 +80,7 @@ GaugeArc arc_of(const Gauge& gauge) {
     return arc;
 }
 
-WheelArc arc_of_wheel() {
+Arc arc_of_wheel() {
     const CockpitPoint top = wheel_marker(0);
     int left = top.x, right = top.x, highest = top.y, lowest = top.y;
     for (int marker = 1; marker <= last_marker; ++marker) {
@@ -90,7 +90,7 @@ WheelArc arc_of_wheel() {
         highest = std::min(highest, at.y);
         lowest = std::max(lowest, at.y);
     }
-    WheelArc arc{.centre = arc_centre_at({top.x, lowest})};
+    Arc arc{.centre = arc_centre_at({top.x, lowest}), .radius = default_wheel_radius};
     if (right > left) arc.radius = std::max(top.x - left, right - top.x);
     if (right > left && lowest > highest)
         arc.eccentricity =
@@ -98,7 +98,7 @@ WheelArc arc_of_wheel() {
     return arc;
 }
 
-int lay_gauge(const Gauge& gauge, const GaugeArc& arc, CockpitPoint instruments) {
+int lay_gauge(const Gauge& gauge, const Arc& arc, CockpitPoint instruments) {
     set_gauge_centre(gauge, arc.centre - instruments);
     const double start = arc.start < arc.end ? arc.start + spoke_angle::whole_turn : arc.start;
     Points points;
@@ -109,7 +109,7 @@ int lay_gauge(const Gauge& gauge, const GaugeArc& arc, CockpitPoint instruments)
     return laid;
 }
 
-int lay_wheel(const WheelArc& arc) {
+int lay_wheel(const Arc& arc) {
     Points points;
     const int laid = GENERATESPOKES(points, last_marker, spoke_centre(arc.centre), 1, arc.radius,
                                     spoke_angle::quarter_turn, 0, arc.eccentricity);

@@ -6,20 +6,16 @@
 #include "model/gauges.h"
 #include "model/spokes.h"
 
-// Centres are canvas pixels, 0 .. 255 and 0 .. 199; angles radians.
-struct GaugeArc {
+// The centre is in canvas pixels, 0 .. 255 and 0 .. 199; angles are radians. The wheel's markers lie on a quarter of the
+// ellipse, from its top to its right, and use neither the angles nor the direction.
+struct Arc {
     CockpitPoint centre;
     double radius = 30;
     double eccentricity = 1;
     double start = 3.92699, end = 5.49779;
     int direction = 1; // below 1: counter-clockwise
 };
-struct WheelArc {
-    CockpitPoint centre;
-    double radius = 60;
-    double eccentricity = 1;
-    int spokes = last_marker; // shown and changed, but markers are always laid in 30 steps
-};
+constexpr double default_wheel_radius = 60;
 
 // An arc's centre as near to a place as it may be.
 constexpr CockpitPoint largest_arc_centre{255, canvas_height - 1};
@@ -28,13 +24,13 @@ CockpitPoint arc_centre_at(CockpitPoint place);
 // Centre of the gauge, mean distance of its tips, their first and last angle and the sense in which they run. A gauge
 // of fewer than two tips, or of tips at one place, keeps the defaults above for its angles; one without points, or with
 // all of them at its centre, for its radius.
-GaugeArc arc_of(const Gauge& gauge);
+Arc arc_of(const Gauge& gauge);
 // Marker 0's x and the largest y of the markers, their largest horizontal distance from marker 0, and the ratio of
-// their vertical to their horizontal extent, within 0.5 to 2.
-WheelArc arc_of_wheel();
+// their vertical to their horizontal extent, within 0.5 to 2. Markers without extent give the default radius and 1.
+Arc arc_of_wheel();
 
 // Stores the arc's centre as the gauge's and lays its tips; returns how many were laid. With a point count of 0 none
 // is.
-int lay_gauge(const Gauge& gauge, const GaugeArc& arc, CockpitPoint instruments);
+int lay_gauge(const Gauge& gauge, const Arc& arc, CockpitPoint instruments);
 // Lays the markers, from the top of the wheel to its right; returns how many were laid.
-int lay_wheel(const WheelArc& arc);
+int lay_wheel(const Arc& arc);

@@ -76,11 +76,11 @@ const SourceLine& gauge_line(const GaugeLines& lines, const std::string& key) {
     return found->second;
 }
 
-GaugeArc gauge_arc(const GaugeLines& lines, const std::string& name, const BitmapRecord& instruments) {
+Arc gauge_arc(const GaugeLines& lines, const std::string& name, const BitmapRecord& instruments) {
     const SourceLine& centre = gauge_line(lines, name + "_centre");
     const long left = instruments.relative_x, top = instruments.relative_y;
     const SourceLine& end = gauge_line(lines, name + "_end");
-    const GaugeArc arc{
+    const Arc arc{
         .centre = {static_cast<int>(centre.integer_within(1, left, left + instruments.width)),
                    static_cast<int>(centre.integer_within(2, top, top + instruments.height))},
         .radius = gauge_line(lines, name + "_radius").real(1),
@@ -97,7 +97,7 @@ void store_gauge(const GaugeLines& lines, const std::string& name, const Gauge& 
                  const BitmapRecord& instruments) {
     const auto points = static_cast<int>(gauge_line(lines, name + "_points").integer_within(1, 1, gauge.most_points));
     set_point_count(gauge, points);
-    GaugeArc arc = gauge_arc(lines, name, instruments);
+    Arc arc = gauge_arc(lines, name, instruments);
     // The last tip is lost when the sum of all steps passes the end by a rounding error; with an end a hair's breadth
     // away the errors are others.
     constexpr int attempts = 20;
@@ -109,7 +109,7 @@ void store_gauge(const GaugeLines& lines, const std::string& name, const Gauge& 
 
 // The steering dot's way: a quarter of a circle from the top of the wheel to its right.
 void store_wheel_markers(const SourceLine& wheel) {
-    const WheelArc arc{.centre = {static_cast<int>(wheel.integer_within(1, 0, largest_arc_centre.x)),
+    const Arc arc{.centre = {static_cast<int>(wheel.integer_within(1, 0, largest_arc_centre.x)),
                                   static_cast<int>(wheel.integer_within(2, 0, largest_arc_centre.y))},
                        .radius = wheel.real(3)};
     if (lay_wheel(arc) != last_marker + 1) throw SourceError("the wheel lacks a marker");
