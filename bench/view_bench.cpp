@@ -192,9 +192,9 @@ int main() {
     set_par_word(par_offset::collision_half_length, 50);
     set_par_word(par_offset::collision_radius, 60);
 
-    make_model(CAR[0], 0);
+    make_model(CAR[0].edit(), 0);
     bool kept = measure_shaded_view("closed body", times_faster);
-    make_model(CAR[0], 1);
+    make_model(CAR[0].edit(), 1);
     kept &= measure_shaded_view("every face double-sided", times_faster_at_worst);
     W3D[view_3d].zoom = 400;
     kept &= measure_shaded_view("double-sided, seen close", times_faster);

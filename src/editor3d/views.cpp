@@ -1,5 +1,6 @@
 #include "editor3d/views.h"
 
+#include "base/reset.h"
 #include "drawing/drawing.h"
 #include "drawing/triangle.h"
 #include "editor3d/view_ground.h"
@@ -29,6 +30,13 @@ void INIT3DWINDOWS() {
 
 namespace {
 
+void reset_views() {
+    for (WINDOW3D& view : W3D)
+        view = {};
+    CURYAW = CURPITCH = 0;
+}
+const ResetWithProgram registered(reset_views);
+
 static_assert(triangle_last_column == screen_width - 1 && triangle_last_row == screen_height - 1);
 
 constexpr int origin_radius = 2;
@@ -39,19 +47,8 @@ ViewMapping mapping_of(const WINDOW3D& view) {
     return {static_cast<double>(view.origin_x), static_cast<double>(view.origin_y), view.zoom};
 }
 
-// Restricts drawing to the inside of a view's frame, below its caption.
-class ViewClip {
-public:
-    ViewClip(Canvas& canvas, const WINDOW3D& view) : canvas_(canvas) {
-        canvas_.set_clip(view.left + 2, view.top + 8, view.right - 2, view.bottom - 2);
-    }
-    ~ViewClip() { canvas_.reset_clip(); }
-    ViewClip(const ViewClip&) = delete;
-    ViewClip& operator=(const ViewClip&) = delete;
-
-private:
-    Canvas& canvas_;
-};
+// The inside of a view's frame, below its caption.
+Rectangle inside_of(const WINDOW3D& view) { return {view.left + 2, view.top + 8, view.right - 2, view.bottom - 2}; }
 
 void draw_empty(Canvas& canvas, const ViewMapping& mapping) {
     const Rectangle& inside = canvas.clip();
@@ -128,7 +125,7 @@ void draw_solid_model(Canvas& canvas, const ViewMapping& mapping) {
 
 void UPDATE3DWINDOW(std::uint8_t view) {
     const ViewMapping mapping = mapping_of(W3D[view]);
-    const ViewClip clip(screen(), W3D[view]);
+    const ClipGuard clip(screen(), inside_of(W3D[view]));
     draw_empty(screen(), mapping);
     if (view == view_3d)
         draw_solid_model(screen(), mapping);

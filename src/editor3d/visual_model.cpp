@@ -1,5 +1,7 @@
 #include "editor3d/visual_model.h"
 
+#include "model/shape_parts.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -8,18 +10,9 @@
 
 namespace {
 
-// ODDITY wheels-never-shaded (kept): the first four primitives have no place in the shaded view, whether they are
-// wheels or not.
-constexpr std::size_t first_shaded_primitive = 4;
-
-std::span<const std::uint16_t> corners_of(const SHAPEPRIM& prim) {
-    return std::span(prim.vertex).first(static_cast<std::size_t>(primitive_vertex_count(prim.type)));
-}
-
 bool becomes_pieces(const SHAPEMODEL& model, const SHAPEPRIM& prim) {
-    const bool kind = (prim.type >= primitive_type::line && prim.type <= primitive_type::largest_polygon) ||
-                      prim.type == primitive_type::sphere;
-    return kind && std::ranges::all_of(corners_of(prim), [&](int corner) { return corner < model.nverts; });
+    const bool kind = prim.type == primitive_type::line || is_polygon(prim) || prim.type == primitive_type::sphere;
+    return kind && has_its_vertices(model, prim);
 }
 
 // Takes pieces until the table is full.
@@ -52,13 +45,15 @@ void add_pieces(PieceTable& pieces, VISUALPRIM piece, std::span<const std::uint1
 } // namespace
 
 void simplify_model(const SHAPEMODEL& model, int paint_job, VISUALMODEL& visual) {
-    visual.nverts = model.nverts;
-    for (std::size_t i = 0; i < model.nverts; ++i) {
-        const SHAPEVERTEX& vertex = model.verts[i];
-        visual.verts[i] = {vertex.x, vertex.y, vertex.z, static_cast<std::int16_t>(i)};
+    visual.nverts = 0;
+    for (const SHAPEVERTEX& vertex : vertices_in_use(model)) {
+        visual.verts[visual.nverts] = {vertex.x, vertex.y, vertex.z, static_cast<std::int16_t>(visual.nverts)};
+        ++visual.nverts;
     }
     PieceTable pieces(visual);
-    for (std::size_t i = first_shaded_primitive; i < model.nprims; ++i) {
+    // ODDITY wheels-never-shaded (kept): the first four primitives have no place in the shaded view, whether they are
+    // wheels or not.
+    for (std::size_t i = car_layout::first_body_primitive; i < primitives_in_use(model).size(); ++i) {
         const SHAPEPRIM& prim = model.prims[i];
         if (!becomes_pieces(model, prim)) continue;
         VISUALPRIM piece;

@@ -1,15 +1,14 @@
 #include "editor3d/wireframe.h"
 
 #include "drawing/drawing.h"
+#include "model/shape_parts.h"
 
-#include <algorithm>
 #include <cmath>
-#include <span>
 #include <utility>
 
 void turn_onto_plane(SHAPEMODEL& model, Plane plane) {
     if (plane == Plane::top) return;
-    for (SHAPEVERTEX& vertex : std::span(model.verts).first(model.nverts)) {
+    for (SHAPEVERTEX& vertex : vertices_in_use(model)) {
         std::swap(vertex.y, vertex.z);
         if (plane == Plane::side) std::swap(vertex.x, vertex.z);
     }
@@ -27,17 +26,12 @@ public:
         : canvas_(canvas), model_(model), prim_(prim), mapping_(mapping),
           colour_(prim.mark != 0 ? marked_wireframe_colour : wireframe_colour) {}
 
-    std::size_t corners() const { return static_cast<std::size_t>(primitive_vertex_count(prim_.type)); }
-    bool has_all_vertices() const {
-        return std::ranges::all_of(std::span(prim_.vertex).first(corners()),
-                                   [&](int vertex) { return vertex < model_.nverts; });
-    }
-
     void draw_sides() {
+        const std::size_t corners = corners_of(prim_).size();
         draw_pixel(canvas_, x(0), y(0), colour_);
-        for (std::size_t i = 1; i < corners(); ++i)
+        for (std::size_t i = 1; i < corners; ++i)
             draw_side(i - 1, i);
-        if (corners() > 2) draw_side(corners() - 1, 0);
+        if (corners > 2) draw_side(corners - 1, 0);
     }
     void draw_sphere() { draw_circle_through(1); }
     void draw_wheel_from_side() {
@@ -65,19 +59,18 @@ private:
     const std::uint32_t colour_;
 };
 
-void draw_primitive(WirePrimitive primitive, int type, Plane plane) {
-    if (!primitive.has_all_vertices()) return;
-    if (type >= primitive_type::line && type <= primitive_type::largest_polygon)
-        primitive.draw_sides();
-    else if (type == primitive_type::sphere)
-        primitive.draw_sphere();
-    else if (type == primitive_type::wheel)
-        plane == Plane::side ? primitive.draw_wheel_from_side() : primitive.draw_wheel_box();
+void draw_primitive(WirePrimitive drawn, const SHAPEPRIM& prim, Plane plane) {
+    if (prim.type == primitive_type::line || is_polygon(prim))
+        drawn.draw_sides();
+    else if (prim.type == primitive_type::sphere)
+        drawn.draw_sphere();
+    else if (prim.type == primitive_type::wheel)
+        plane == Plane::side ? drawn.draw_wheel_from_side() : drawn.draw_wheel_box();
 }
 
 } // namespace
 
 void draw_wireframe(Canvas& canvas, const SHAPEMODEL& turned, Plane plane, const ViewMapping& mapping) {
-    for (const SHAPEPRIM& prim : std::span(turned.prims).first(turned.nprims))
-        draw_primitive({canvas, turned, prim, mapping}, prim.type, plane);
+    for (const SHAPEPRIM& prim : primitives_in_use(turned))
+        if (has_its_vertices(turned, prim)) draw_primitive({canvas, turned, prim, mapping}, prim, plane);
 }

@@ -3,7 +3,7 @@
 
 #include "drawing/canvas.h"
 #include "editor3d/view_mapping.h"
-#include "model/car.h"
+#include "model/shape.h"
 
 #include <cstdint>
 

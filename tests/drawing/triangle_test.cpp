@@ -323,7 +323,7 @@ TEST(DrawTriangle, AllThatIsDrawnCountsAsChanged) {
         const auto image = create_image(64, 48, black);
         Canvas canvas(*image);
         draw(canvas, at, white);
-        const Rectangle changed = canvas.take_damage(), found = around(*image, white);
+        const Rectangle changed = canvas.take_damage().around(), found = around(*image, white);
         ASSERT_EQ(intersection(changed, found), found) << words(at);
     }
 }

@@ -1,10 +1,10 @@
 // The grid, and what the parameters say about the car's size.
 #include "editor3d/view_ground.h"
 
+#include "base/reset.h"
 #include "drawing/drawing.h"
 #include "model/car.h"
 #include "model/parameters.h"
-#include "support/fresh_tables.h"
 #include "support/picture_words.h"
 
 #include <gtest/gtest.h>
@@ -30,7 +30,7 @@ TEST(ViewGrid, TwentyOneLinesEachWay) {
     EXPECT_EQ(around(*image, black), (Rectangle{0, 0, 139, 139}));
     canvas.take_damage();
     draw_grid(canvas, {70, 65, 12});
-    EXPECT_EQ(canvas.take_damage(), (Rectangle{10, 5, 130, 125}));
+    EXPECT_EQ(canvas.take_damage().around(), (Rectangle{10, 5, 130, 125}));
 }
 
 // Line by line from the least value on, so that a later one crosses over an earlier one.
@@ -51,7 +51,7 @@ protected:
     static constexpr double scale = 0.04 * 40;
 
     PhysicalData() {
-        reset_car_tables();
+        reset_program();
         set_par_word(200, 15);
         set_par_word(202, 22);
         set_par_word(204, 36);

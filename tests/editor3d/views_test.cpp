@@ -7,7 +7,6 @@
 #include "editor3d/wireframe.h"
 #include "model/colours.h"
 #include "model/parameters.h"
-#include "support/fresh_tables.h"
 #include "support/picture_words.h"
 #include "support/play.h"
 #include "widgets/widgets.h"
@@ -27,14 +26,12 @@ class Views : public ScriptedTest {
 protected:
     void SetUp() override {
         ScriptedTest::SetUp();
-        reset_car_tables();
         INIT3DWINDOWS();
-        CURYAW = CURPITCH = 0;
         for (std::size_t i = 0; i < MATERIAL.size(); ++i)
             MATERIAL[i].colour = 0xFF000100U | static_cast<std::uint32_t>(i);
     }
 
-    static SHAPEMODEL& model() { return CAR[static_cast<std::size_t>(CURMODEL)]; }
+    static SHAPEMODEL& model() { return CAR[static_cast<std::size_t>(CURMODEL)].edit(); }
     static std::uint32_t material_colour(int material) { return 0xFF000100U | static_cast<std::uint32_t>(material); }
 
     // What a view shows, against the same picture put together by hand.
@@ -94,7 +91,7 @@ TEST_F(Views, DrawInsideTheirFrameAlone) {
         reset_screen();
         UPDATE3DWINDOW(view);
         const WINDOW3D& frame = W3D[view];
-        EXPECT_EQ(screen().take_damage(),
+        EXPECT_EQ(screen().take_damage().around(),
                   (Rectangle{frame.left + 2, frame.top + 8, frame.right - 2, frame.bottom - 2}));
         EXPECT_EQ(drawn(frame.left + 1, frame.top + 100), Pixel{black});
         EXPECT_EQ(screen().clip(), (Rectangle{0, 0, 959, 647}));

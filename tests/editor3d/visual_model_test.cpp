@@ -1,7 +1,9 @@
 // The three steps from a model to the pieces in their order.
 #include "editor3d/visual_model.h"
 
+#include "base/reset.h"
 #include "editor3d/models.h"
+#include "model/car.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -135,10 +137,11 @@ TEST_F(SimplifyModel, TheFirst1024PiecesAreKept) {
 }
 
 TEST_F(SimplifyModel, TheNamedOneFillsVcarFromASlot) {
-    reset_car();
-    add_vertex(CAR[3], 1, 2, 3);
-    add_first_four(CAR[3]);
-    add_prim(CAR[3], 11, {0, 0}).material[2] = 44;
+    reset_program();
+    SHAPEMODEL& slot = CAR[3].edit();
+    add_vertex(slot, 1, 2, 3);
+    add_first_four(slot);
+    add_prim(slot, 11, {0, 0}).material[2] = 44;
     SIMPLIFYMODEL(3, 2);
     EXPECT_THAT(pieces(VCAR), ElementsAre(Piece{11, {0, 0, 0}, 4, 44, 0}));
     EXPECT_EQ(VCAR.nverts, 1);
@@ -475,7 +478,7 @@ TEST(SortVisualPrimitives, TheNamedOnesWorkOnVcar) {
     EXPECT_EQ(VCAR.verts[1].x, 1);
     ROTATEVISUALMODEL(255, 0, 0); // the eye stands four units before the first triangle
     EXPECT_EQ(VCAR.verts[1].x, 1.25);
-    reset_car();
+    reset_program();
 }
 
 } // namespace
