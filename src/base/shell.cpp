@@ -1,11 +1,89 @@
 #include "base/shell.h"
 
-#include <cstdlib>
-#include <sys/wait.h>
+#include "base/command_keeper.h"
 
-int run_command(const std::string& command_line) {
-    const int status = std::system(command_line.c_str());
-    return status != -1 && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+constexpr milliseconds between_questions{20};
+constexpr milliseconds patience_with_the_dying{3000};
+
+// Waits until something can be read; false when the time is up first.
+bool readable_within(int descriptor, milliseconds time) {
+    pollfd waiting{.fd = descriptor, .events = POLLIN, .revents = 0};
+    return ::poll(&waiting, 1, static_cast<int>(time.count())) > 0;
+}
+
+// From what the keeper tells: a wait status, or an error less than 0.
+CommandOutcome outcome_of(int told) {
+    if (told < 0) return {CommandEnd::not_started, -told};
+    if (WIFEXITED(told)) return {CommandEnd::exited, WEXITSTATUS(told)};
+    return {CommandEnd::killed, WTERMSIG(told)};
+}
+
+} // namespace
+
+Command::Command(const std::string& command_line) {
+    int ends[2];
+    if (::pipe2(ends, O_CLOEXEC) != 0) {
+        outcome_ = {CommandEnd::not_started, errno};
+        return;
+    }
+    told_ = Descriptor(ends[0]);
+    const Descriptor tell(ends[1]);
+    keeper_ = start_command_keeper(command_line.c_str(), tell.number());
+    if (keeper_ >= 0) return;
+    outcome_ = {CommandEnd::not_started, errno};
+    told_.close();
+}
+
+Command::~Command() {
+    if (!outcome()) cancel();
+}
+
+// The keeper's end of the pipe closes with it, so that there is always something to read in the end.
+void Command::take_outcome() {
+    int told = SIGKILL; // a keeper that could say nothing was killed itself
+    [[maybe_unused]] const ssize_t length = ::read(told_.number(), &told, sizeof told);
+    ::waitpid(keeper_, nullptr, 0);
+    outcome_ = outcome_of(told);
+}
+
+std::optional<CommandOutcome> Command::outcome() {
+    if (!outcome_ && readable_within(told_.number(), milliseconds{0})) take_outcome();
+    return outcome_;
+}
+
+CommandOutcome Command::cancel(CommandEnd why) {
+    if (outcome()) return *outcome_;
+    ::kill(keeper_, SIGTERM);
+    if (readable_within(told_.number(), patience_with_the_dying)) ::waitpid(keeper_, nullptr, 0);
+    outcome_ = {why, 0};
+    return *outcome_;
+}
+
+CommandOutcome run_command(const std::string& command_line, const std::function<bool()>& go_on,
+                           std::optional<milliseconds> limit) {
+    Command command(command_line);
+    const Clock::time_point start = Clock::now();
+    while (!command.outcome()) {
+        if (go_on && !go_on()) return command.cancel();
+        const auto passed = std::chrono::duration_cast<milliseconds>(Clock::now() - start);
+        if (limit && passed >= *limit) return command.cancel(CommandEnd::timed_out);
+        readable_within(command.descriptor(),
+                        limit ? std::clamp(*limit - passed, milliseconds{1}, between_questions) : between_questions);
+    }
+    return *command.outcome();
 }
 
 std::string shell_quoted(const std::string& argument) {
