@@ -85,6 +85,12 @@ void expect_sound_primitives(const SHAPEMODEL& model) {
     }
 }
 
+// How light a material is: the sum of its red, green and blue.
+unsigned lightness(int material) {
+    const std::uint32_t colour = MATERIAL[static_cast<std::size_t>(material)].colour;
+    return (colour >> 16 & 0xFF) + (colour >> 8 & 0xFF) + (colour & 0xFF);
+}
+
 // The materials of one paint job, primitive by primitive, the wheels left out.
 std::vector<int> paint_of(const SHAPEMODEL& model, std::size_t job) {
     std::vector<int> paint;
@@ -119,21 +125,23 @@ TEST_F(ShippedData, ThePaletteBeginsWithTheSixteenColoursOfPcGraphicsAndNoneCome
     EXPECT_EQ(get_file(data_directory + "vortag.col").size(), 1024u);
 }
 
-TEST_F(ShippedData, TheMaterialsHaveGroupsFromLightToDarkTyresAndBaseShades) {
-    const auto lightness = [](int material) {
-        const std::uint32_t colour = MATERIAL[static_cast<std::size_t>(material)].colour;
-        return (colour >> 16 & 0xFF) + (colour >> 8 & 0xFF) + (colour & 0xFF);
-    };
+TEST_F(ShippedData, TheMaterialsHaveGroupsFromDarkToLightTyresAndBaseShades) {
     for (int group = 48; group < 92; group += 4)
         for (int shade = group; shade < group + 3; ++shade)
-            EXPECT_GT(lightness(shade), lightness(shade + 1)) << shade;
+            EXPECT_LT(lightness(shade), lightness(shade + 1)) << shade;
     EXPECT_LT(lightness(38), 3u * 0x40) << "tyres are black";
     const std::uint32_t base[] = {0xFF804000, 0xFF904800, 0xFFA05000, 0xFFB05800};
     for (std::size_t i = 0; i < 4; ++i)
         EXPECT_EQ(MATERIAL[200 + i].colour, base[i]);
 }
 
-TEST_F(ShippedData, ThereAreAtLeastTwelveColourSchemes) { EXPECT_GE(PJCOLS, 12); }
+// The shading rule gives the last base material to faces that look up, so that a scheme's last shade lies on roofs.
+TEST_F(ShippedData, TheColourSchemesRunFromDarkToLight) {
+    ASSERT_EQ(PJCOLS, 22);
+    for (int scheme = 1; scheme <= PJCOLS; ++scheme)
+        for (std::size_t rank = 0; rank < 3; ++rank)
+            EXPECT_LT(lightness(PJCOL[scheme][rank]), lightness(PJCOL[scheme][rank + 1])) << scheme << ", " << rank;
+}
 
 TEST_F(ShippedData, TheIconsAreFourCellsWideWithAlphaAndTheWindowHasItsOwn) {
     const ImageHandle icons = TARGALOAD(data_directory + "images.tga");
