@@ -64,14 +64,17 @@ private:
     FileContent content_;
 };
 
+constexpr std::chrono::seconds converter_limit{20};
+
 Failure convert(const Image& image, const std::string& path) {
     const std::string converter = CONFIG("imagick");
     if (converter.empty()) return "No image converter is configured";
     const std::string picture = WORKDIR + "temp.tga";
     if (Failure failure = write_targa(image, picture); !failure.empty()) return failure;
     const EarlierFile earlier(path);
-    const int status = run_command(converter + " " + shell_quoted(picture) + " " + shell_quoted(path));
-    if (status == 0 && file_exists(path)) return {};
+    const CommandOutcome outcome =
+        run_command(converter + " " + shell_quoted(picture) + " " + shell_quoted(path), {}, converter_limit);
+    if (outcome.succeeded() && file_exists(path)) return {};
     earlier.put_back();
     return "The image converter failed";
 }

@@ -59,7 +59,7 @@ TEST_F(ObjTables, NoFileIsReportedAndChangesNothing) {
         EXPECT_FAILURE(file_status::not_found, "File not found");
         EXPECT_TRUE(*CAR[0] == wheels_and_triangle());
     }
-    EXPECT_TRUE(not_found_when_unreadable(bytes_of(triangle_text), [](const std::string& name) { LOADOBJ(name, 0); }));
+    EXPECT_TRUE(read_error_when_unreadable(bytes_of(triangle_text), [](const std::string& name) { LOADOBJ(name, 0); }));
 }
 
 TEST_F(ObjTables, AFileBeyondTheTablesIsCutToFit) {
