@@ -23,6 +23,9 @@ void draw_line_from_pen(Canvas& canvas, double x2, double y2, std::uint32_t colo
 void draw_box(Canvas& canvas, double x1, double y1, double x2, double y2, std::uint32_t colour);
 void draw_box_relative(Canvas& canvas, double x1, double y1, double dx, double dy, std::uint32_t colour);
 void fill_box(Canvas& canvas, double x1, double y1, double x2, double y2, std::uint32_t colour);
+inline void fill_box(Canvas& canvas, const Rectangle& box, std::uint32_t colour) {
+    if (!box.empty()) fill_box(canvas, box.x1, box.y1, box.x2, box.y2, colour);
+}
 void fill_box_relative(Canvas& canvas, double x1, double y1, double dx, double dy, std::uint32_t colour);
 void draw_pixel(Canvas& canvas, double x, double y, std::uint32_t colour);
 

@@ -1,7 +1,9 @@
 #include "files/file_screen.h"
 
 #include "base/config.h"
+#include "base/text.h"
 #include "files/file_list.h"
+#include "files/list_view.h"
 #include "files/transfer.h"
 #include "widgets/line_edit.h"
 #include "widgets/screen_loop.h"
@@ -9,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <string_view>
 #include <vector>
 
@@ -16,14 +19,8 @@ namespace {
 
 constexpr std::size_t field_limit = 62;
 constexpr int field_cells = 63; // of a field's text that have room beside its label, the caret behind the last included
-constexpr int list_rows = 28;
-constexpr int no_row = 65535;
-
 constexpr std::uint32_t field_caret = 0xFF00FA00;
-constexpr std::uint32_t file_colour = colour::label, file_hovered = 0xFFF0F0F0;
-constexpr std::uint32_t directory_colour = 0xFF00FA00, directory_hovered = 0xFFC8FAC8;
 
-constexpr Rectangle list_area{18, 130, 597, 585};
 constexpr Rectangle field_area{90, 60, 597, 91};
 constexpr Rectangle status_area{650, 150, 937, 197};
 constexpr std::size_t status_cells = 36;
@@ -39,15 +36,17 @@ struct FileScreen : ScreenState {
     std::uint8_t mode = file_screen_mode::cars;
     std::array<LineEdit, 2> fields{LineEdit(field_limit, current_directory()), LineEdit(field_limit)};
     Field focus = Field::file;
-    int top = 1;
-    int hover_row = no_row;
+    ListView list;
+    int drawn_row = no_list_row; // that the screen shows as pointed at
     int chosen = 0;
+    TransferReport status;
     std::string list_mode{};
-    bool rescan = true, redraw_list = true, redraw_fields = true;
+    bool rescan = true, redraw_list = true, redraw_fields = true, redraw_status = false;
     std::string result{};
 
     explicit FileScreen(std::uint8_t in_mode);
     LineEdit& field(Field which) { return fields[static_cast<std::size_t>(which)]; }
+    const LineEdit& field(Field which) const { return fields[static_cast<std::size_t>(which)]; }
     LineEdit& focused() { return field(focus); }
 };
 
@@ -59,91 +58,97 @@ std::string first_list_mode(std::uint8_t mode) {
     }
 }
 
-FileScreen::FileScreen(std::uint8_t in_mode) : mode(in_mode), list_mode(first_list_mode(in_mode)) {}
-
-// --- drawing -------------------------------------------------------------------------------------------------------
-
-// Draws inside an area only, on fresh background.
-template <typename Draw>
-void redraw_area(const Rectangle& area, Draw draw) {
-    const ScreenLock lock;
-    const ClipGuard clip(screen(), area);
-    fill_box(screen(), area.x1, area.y1, area.x2, area.y2, colour::background);
-    draw();
-}
-
-void draw_frame(std::uint8_t mode) {
-    clear_work_area();
-    draw_text(screen(), 16, 16, "= FILES =", colour::title);
-    DRAWSECTION(16, 50, 599, 99, "Input", false);
-    DRAWSECTION(16, 119, 599, 589, "Files", false);
-    DRAWSECTION(620, 50, 939, 199, "Options", false);
-    draw_text(screen(), 30, 60, "Dir:", colour::label);
-    draw_text(screen(), 30, 76, "File:", colour::label);
+void create_buttons(std::uint8_t mode) {
     BUTTONS = 0;
     CREATESIMPLEBUTTON(650, 70, " Load File ", load_button);
     APPENDBUTTON(" Save File ", save_button, false);
     if (mode == file_screen_mode::cars) CREATESIMPLEBUTTON(650, 110, " Toggle Cars/Files ", toggle_button);
 }
 
+FileScreen::FileScreen(std::uint8_t in_mode) : mode(in_mode), list_mode(first_list_mode(in_mode)) {
+    create_buttons(mode);
+}
+
+// --- drawing -------------------------------------------------------------------------------------------------------
+
+void draw_frame(Canvas& canvas) {
+    clear_work_area(canvas);
+    draw_text(canvas, 16, 16, "= FILES =", colour::title);
+    draw_section(canvas, {16, 50, 599, 99}, "Input", false);
+    draw_section(canvas, {16, 119, 599, 589}, "Files", false);
+    draw_section(canvas, {620, 50, 939, 199}, "Options", false);
+    draw_text(canvas, 30, 60, "Dir:", colour::label);
+    draw_text(canvas, 30, 76, "File:", colour::label);
+}
+
 // A text longer than the field has room for is shown from where its caret can be seen.
-void draw_field(const LineEdit& field, int y, bool focused) {
+void draw_field(const LineEdit& field, int y, bool focused, Canvas& canvas) {
     const int caret = focused ? static_cast<int>(field.caret()) : 0;
     const int first = std::max(0, caret - (field_cells - 1));
-    draw_text(screen(), field_area.x1, y, std::string_view(field.text()).substr(static_cast<std::size_t>(first)),
+    draw_text(canvas, field_area.x1, y, std::string_view(field.text()).substr(static_cast<std::size_t>(first)),
               colour::value);
-    if (focused) draw_box_relative(screen(), field_area.x1 + glyph_width * (caret - first), y, 0, 14, field_caret);
+    if (focused) draw_box_relative(canvas, field_area.x1 + glyph_width * (caret - first), y, 0, 14, field_caret);
 }
 
-void draw_fields(FileScreen& state) {
-    redraw_area(field_area, [&] {
-        draw_field(state.field(Field::directory), 60, state.focus == Field::directory);
-        draw_field(state.field(Field::file), 76, state.focus == Field::file);
-    });
-    state.redraw_fields = false;
+void draw_fields(const FileScreen& state, Canvas& canvas) {
+    const ClipGuard clip(canvas, field_area);
+    fill_box(canvas, field_area, colour::background);
+    draw_field(state.field(Field::directory), 60, state.focus == Field::directory, canvas);
+    draw_field(state.field(Field::file), 76, state.focus == Field::file, canvas);
 }
 
-struct ListRow {
-    std::string text;
-    std::uint32_t colour;
-};
-
-ListRow list_row(const LISTEDFILE& entry, bool hovered) {
-    switch (entry.kind) {
-    case entry_kind::file: return {entry.shown, hovered ? file_hovered : file_colour};
-    case entry_kind::directory: return {"[" + entry.shown + "]", hovered ? directory_hovered : directory_colour};
-    default: return {"[ - " + entry.shown + " - ]", hovered ? directory_hovered : directory_colour};
+// The status line, and what goes on below it: the rest of a longer text, the first of several files that failed.
+void draw_status(const TransferReport& report, Canvas& canvas) {
+    fill_box(canvas, status_area, colour::background);
+    std::vector<std::string> lines = wrapped(report.text, status_cells);
+    const std::size_t lines_of_text = lines.size();
+    std::ranges::copy(wrapped(report.first_failure, status_cells), std::back_inserter(lines));
+    for (std::size_t line = 0; line < std::min(lines.size(), status_lines); ++line) {
+        const bool failed = report.failed || line >= lines_of_text;
+        draw_text(canvas, status_area.x1, status_area.y1 + glyph_height * static_cast<int>(line), lines[line],
+                  failed ? colour::error : colour::success);
     }
 }
 
-void draw_list(FileScreen& state) {
-    redraw_area(list_area, [&] {
-        for (int row = 0; row < list_rows && state.top + row <= LFILES; ++row) {
-            const ListRow shown = list_row(LFILE[state.top + row], row == state.hover_row);
-            draw_text(screen(), 50, list_area.y1 + glyph_height * row, shown.text, shown.colour);
-        }
-    });
+// A pointer that has moved on changes two rows.
+void draw_list_changes(FileScreen& state, Canvas& canvas) {
+    if (state.redraw_list) {
+        draw_list(state.list, canvas);
+    } else if (state.drawn_row != state.list.row) {
+        draw_list_row(state.list, state.drawn_row, canvas);
+        draw_list_row(state.list, state.list.row, canvas);
+    }
+    state.drawn_row = state.list.row;
     state.redraw_list = false;
 }
 
-// A text longer than the box is wide goes on below.
-void append_wrapped(std::vector<ListRow>& lines, const std::string& text, std::uint32_t colour) {
-    for (std::size_t at = 0; at < text.size(); at += status_cells)
-        lines.push_back({text.substr(at, status_cells), colour});
+void rescan(FileScreen& state) {
+    UPDATEFILELIST(state.list_mode);
+    state.list.top = 1;
+    state.rescan = false;
+    state.redraw_list = true;
 }
 
-void draw_status(const TransferReport& report) {
-    std::vector<ListRow> lines;
-    append_wrapped(lines, report.text, report.failed ? colour::error : colour::success);
-    append_wrapped(lines, report.first_failure, colour::error);
-    lines.resize(std::min(lines.size(), status_lines));
-    redraw_area(status_area, [&] {
-        int y = status_area.y1;
-        for (const ListRow& line : lines) {
-            draw_text(screen(), status_area.x1, y, line.text, line.colour);
-            y += glyph_height;
-        }
-    });
+void redraw(FileScreen& state) {
+    if (state.repaint) {
+        draw_frame(screen());
+        forget_drawn_buttons();
+        state.redraw_fields = state.redraw_list = state.redraw_status = true;
+    }
+    if (state.rescan) rescan(state);
+    if (state.redraw_fields) draw_fields(state, screen());
+    if (state.redraw_status) draw_status(state.status, screen());
+    draw_list_changes(state, screen());
+    state.redraw_fields = state.redraw_status = false;
+}
+
+// A click that was acted on is over with the release. False when the window is closed before it.
+bool finish_click(FileScreen& state) {
+    {
+        const ScreenLock one_frame;
+        redraw(state);
+    }
+    return wait_for_release();
 }
 
 // --- actions -------------------------------------------------------------------------------------------------------
@@ -172,7 +177,8 @@ void run_transfer(FileScreen& state, Transfer direction) {
         state.leave = true;
         return;
     }
-    draw_status(report.unknown_format ? report_unknown_format() : report);
+    state.status = report.unknown_format ? report_unknown_format() : report;
+    state.redraw_status = true;
     show_where_it_went(state, direction);
 }
 
@@ -194,50 +200,21 @@ void switch_focus(FileScreen& state) {
     state.redraw_fields = true;
 }
 
-void rescan(FileScreen& state) {
-    UPDATEFILELIST(state.list_mode);
-    state.top = 1;
-    state.rescan = false;
-    state.redraw_list = true;
-}
-
 // --- mouse ---------------------------------------------------------------------------------------------------------
 
-bool in_list(const MouseState& at) { return at.x > 39 && at.x <= 549 && at.y > 129 && at.y <= 579; }
-
-void hover(FileScreen& state, int row) {
-    if (row == state.hover_row) return;
-    state.hover_row = row;
-    state.redraw_list = true;
-}
-
-// ODDITY files-wheel-stops-short (kept): in a list of more than 28 entries the wheel never brings the last one into
-// view.
 void scroll(FileScreen& state, int rows_down) {
-    state.top = std::max(1, std::min(state.top + rows_down, LFILES - list_rows));
+    scroll_list(state.list, rows_down);
     state.redraw_list = true;
-}
-
-// A click on a row is over with the release.
-void choose(FileScreen& state, int entry) {
-    if (state.redraw_list) draw_list(state);
-    if (wait_for_release()) state.chosen = entry;
-}
-
-void on_list(FileScreen& state) {
-    const MouseState& at = state.input.mouse;
-    const int row = (at.y - list_area.y1) / glyph_height;
-    const bool is_row = row < list_rows;
-    hover(state, is_row ? row : no_row);
-    if (at.buttons == 1 && is_row && state.top + row <= LFILES) choose(state, state.top + row);
-    if (at.wheel != state.input.before.wheel) scroll(state, state.input.before.wheel - at.wheel);
 }
 
 void on_mouse(FileScreen& state) {
-    if (in_list(state.input.mouse))
-        on_list(state);
-    else
-        hover(state, no_row);
+    const MouseState& at = state.input.mouse;
+    const bool inside = in_list(at.at());
+    state.list.row = inside ? list_row_at(at.at()) : no_list_row;
+    if (!inside) return;
+    const int entry = list_entry(state.list, state.list.row);
+    if (at.buttons == 1 && entry != 0 && finish_click(state)) state.chosen = entry;
+    if (at.wheel != state.input.before.wheel) scroll(state, state.input.before.wheel - at.wheel);
 }
 
 void maintain_buttons(FileScreen& state) {
@@ -245,11 +222,11 @@ void maintain_buttons(FileScreen& state) {
     case load_button: run_transfer(state, Transfer::load); break;
     case save_button: run_transfer(state, Transfer::save); break;
     case toggle_button:
-        if (wait_for_release()) toggle_list(state);
+        if (finish_click(state)) toggle_list(state);
         return;
     default: return;
     }
-    wait_for_release();
+    finish_click(state);
 }
 
 // --- keys ----------------------------------------------------------------------------------------------------------
@@ -302,16 +279,6 @@ void act_on_chosen(FileScreen& state) {
     default: break;
     }
     state.redraw_list = state.redraw_fields = true;
-}
-
-void redraw(FileScreen& state) {
-    if (state.repaint) {
-        draw_frame(state.mode);
-        state.redraw_fields = state.redraw_list = true;
-    }
-    if (state.rescan) rescan(state);
-    if (state.redraw_fields) draw_fields(state);
-    if (state.redraw_list) draw_list(state);
 }
 
 constexpr Step order[] = {Step::redraw, Step::read, Step::mouse, Step::widgets, Step::key, Step::menu_bar, Step::after};

@@ -12,24 +12,18 @@ namespace {
 
 constexpr int highest_zoom = 4;
 
-void draw_right_column(bool mysterious) {
-    if (mysterious)
-        DRAWSECTION(740, 50, 948, 324, "Mysterious", false);
+void draw_layout(const ParameterScreen& state, Canvas& canvas) {
+    clear_work_area(canvas);
+    draw_text(canvas, 16, 16, "= PHYSICAL PARAMETERS =", colour::title);
+    draw_section(canvas, {10, 50, 300, 195}, "General", false);
+    draw_section(canvas, {320, 50, 510, 180}, "Grip", false);
+    draw_section(canvas, {530, 50, 720, 195}, "Gears", false);
+    if (state.mysterious)
+        draw_section(canvas, {740, 50, 948, 324}, "Mysterious", false);
     else
-        DRAWSECTION(740, 50, 948, 144, "RPM", false);
-}
-
-void draw_layout(const ParameterScreen& state) {
-    clear_work_area();
-    draw_text(screen(), 16, 16, "= PHYSICAL PARAMETERS =", colour::title);
-    DRAWSECTION(10, 50, 300, 195, "General", false);
-    DRAWSECTION(320, 50, 510, 180, "Grip", false);
-    DRAWSECTION(530, 50, 720, 195, "Gears", false);
-    draw_right_column(state.mysterious);
-    DRAWSECTION(10, 220, 720, 570, "Torque curve", false);
-    DRAWSECTION(740, 345, 948, 570, "Specifications", false);
-    EDITSPECS(-1);
-    forget_drawn_targets();
+        draw_section(canvas, {740, 50, 948, 144}, "RPM", false);
+    draw_section(canvas, {10, 220, 720, 570}, "Torque curve", false);
+    draw_section(canvas, {740, 345, 948, 570}, "Specifications", false);
 }
 
 } // namespace
@@ -47,13 +41,13 @@ namespace {
 
 bool dragging(const ParameterScreen& state) { return state.graph.dragged != 0; }
 
-} // namespace
-
-namespace {
-
 void redraw(ParameterScreen& state) {
     if (!state.redraw && !state.repaint) return;
-    if (state.repaint || state.overdrawn) draw_layout(state);
+    if (state.repaint || state.overdrawn) {
+        draw_layout(state, screen());
+        EDITSPECS(-1);
+        forget_drawn_targets();
+    }
     for (const RowRange& rows : shown_rows(state))
         draw_targets(rows.first, rows.last, !dragging(state));
     draw_torque_graph(screen(), state.graph);

@@ -66,14 +66,21 @@ bool same_place(const MouseState& a, const MouseState& b) { return a.x == b.x &&
 
 } // namespace
 
-void clear_work_area() { fill_box(screen(), 0, 0, screen_width - 1, work_area_bottom, colour::background); }
+void clear_work_area(Canvas& canvas) { fill_box(canvas, 0, 0, screen_width - 1, work_area_bottom, colour::background); }
+
+void clear_work_area() { clear_work_area(screen()); }
+
+void draw_section(Canvas& canvas, const Rectangle& frame, const std::string& title, bool highlighted) {
+    const auto [x1, y1, x2, y2] = frame;
+    draw_box(canvas, x1, y1, x2, y2, colour::section_light);
+    draw_box(canvas, x1 - 1, y1 - 1, x2 - 1, y2 - 1, colour::section_dark);
+    if (title.empty()) return;
+    fill_box(canvas, x1 + 16, y1 - 2, x1 + 32 + caption_width(title), y1 + 2, colour::background);
+    draw_text(canvas, x1 + 24, y1 - 8, title, highlighted ? colour::title : colour::section_title);
+}
 
 void DRAWSECTION(int x1, int y1, int x2, int y2, const std::string& title, bool highlighted) {
-    draw_box(screen(), x1, y1, x2, y2, colour::section_light);
-    draw_box(screen(), x1 - 1, y1 - 1, x2 - 1, y2 - 1, colour::section_dark);
-    if (title.empty()) return;
-    fill_box(screen(), x1 + 16, y1 - 2, x1 + 32 + caption_width(title), y1 + 2, colour::background);
-    draw_text(screen(), x1 + 24, y1 - 8, title, highlighted ? colour::title : colour::section_title);
+    draw_section(screen(), {x1, y1, x2, y2}, title, highlighted);
 }
 
 void CREATESIMPLEBUTTON(int x, int y, const std::string& caption, int id) {
@@ -120,6 +127,11 @@ int MAINTAINBUTTONS() {
         if (hovered && mouse().buttons == 1) clicked = BUTTON[i].id;
     }
     return clicked;
+}
+
+void forget_drawn_buttons() {
+    for (BLISSBUTTON& button : BUTTON)
+        button.state = button.state == button_state::inactive ? button_state::make_inactive : button_state::fresh;
 }
 
 void reset_widgets() {

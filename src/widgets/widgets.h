@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/table.h"
+#include "drawing/drawing.h"
 
 #include <cstdint>
 #include <string>
@@ -23,10 +24,12 @@ constexpr std::uint32_t section_title = 0xFFDC7896;
 // The part of the window above the menu bar: (0,0)-(959,599).
 constexpr int work_area_bottom = 599;
 // Fills the work area with the background.
-void clear_work_area();
+void clear_work_area(Canvas& canvas);
+void clear_work_area(); // of the screen
 
 // A section frame, engraved, with the title in a gap of its top line.
-void DRAWSECTION(int x1, int y1, int x2, int y2, const std::string& title, bool highlighted);
+void draw_section(Canvas& canvas, const Rectangle& frame, const std::string& title, bool highlighted);
+void DRAWSECTION(int x1, int y1, int x2, int y2, const std::string& title, bool highlighted); // on the screen
 
 namespace button_state {
 constexpr std::uint8_t fresh = 0, normal = 1, hover = 2, inactive = 3, make_inactive = 253;
@@ -51,5 +54,8 @@ void APPENDBUTTON(const std::string& caption, int id, bool below);
 // Redraws the buttons whose state changed with the mouse. Returns the id of the one under the mouse while the left
 // button alone is down, else 0. The caller has read the mouse in this pass.
 int MAINTAINBUTTONS();
+
+// The buttons were drawn over: the next call of MAINTAINBUTTONS draws them all.
+void forget_drawn_buttons();
 
 void reset_widgets();

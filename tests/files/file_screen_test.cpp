@@ -1,83 +1,6 @@
-#include "files/file_screen.h"
-#include "model/document.h"
+#include "files/file_screen_test.h"
 
-#include "base/config.h"
-#include "base/file_io.h"
-#include "base/file_status.h"
-#include "files/file_list.h"
-#include "formats/parameter_file.h"
-#include "model/items.h"
-#include "model/new_car.h"
-#include "support/play.h"
-#include "support/text_file.h"
-#include "widgets/menu_bar.h"
-#include "widgets/widgets.h"
-
-#include <filesystem>
-
-namespace {
-
-constexpr Modifiers ctrl{.control = true};
-constexpr std::uint32_t text_green = 0xFF00B464, success_green = 0xFF00DC64, error_red = 0xFFDC5000;
-constexpr std::uint32_t file_grey = 0xFFB4B4B4, file_white = 0xFFF0F0F0;
-constexpr std::uint32_t directory_green = 0xFF00FA00, directory_pale = 0xFFC8FAC8;
-
-class FileScreen : public ScriptedTest {
-protected:
-    TemporaryDirectory directory;
-    CurrentDirectory inside{directory.path()};
-
-    void SetUp() override {
-        ScriptedTest::SetUp();
-        new_car();
-        INITDASHITEMS();
-        WORKDIR = directory.path() + "/";
-    }
-    std::string result;
-    // Plays the steps on the screen and closes the window.
-    void visit(std::vector<ScriptStep> steps, std::uint8_t mode = file_screen_mode::cars) {
-        steps.push_back(close_window());
-        play(std::move(steps), [&] { result = FILEHANDLING(mode); });
-    }
-
-    static ScriptStep ctrl_key(Key pressed) { return key_press(pressed, ctrl); }
-    static ScriptStep row_click(int row) { return click(100, 130 + 16 * row + 8); }
-    static ScriptStep shows_file(const std::string& text) {
-        return look([text] { EXPECT_TRUE(screen_shows(90, 76, text + "  ", text_green)) << text; });
-    }
-    static ScriptStep shows_status(const std::string& text, std::uint32_t colour) {
-        return look([=] {
-            const std::string line = text + std::string(36 - text.size(), ' ');
-            EXPECT_TRUE(screen_shows(650, 150, line, colour)) << text;
-        });
-    }
-    static ScriptStep shows_row(int row, const std::string& text, std::uint32_t colour) {
-        return look([=] { EXPECT_TRUE(screen_shows(50, 130 + 16 * row, text + " ", colour)) << text; });
-    }
-    static ScriptStep shows_nothing_in_status() {
-        return look([] {
-            for (int y = 150; y < 198; ++y)
-                for (int x = 650; x < 938; ++x)
-                    ASSERT_EQ(drawn(x, y), Pixel{0xFF32141E}) << x << "," << y;
-        });
-    }
-
-    static void put_car(const std::string& file, const std::string& name) {
-        ParameterFile car;
-        car.name = name;
-        put_file(file, encode_parameter_file(car));
-    }
-    static void put_numbered_files(int count) {
-        for (int i = 1; i <= count; ++i) {
-            const std::string number = std::to_string(100 + i);
-            write_text("f" + number + ".res", "");
-        }
-    }
-};
-
-} // namespace
-
-TEST_F(FileScreen, ShowsItsTitleSectionsFieldsAndButtons) {
+TEST_F(FileScreenTest, ShowsItsTitleSectionsFieldsAndButtons) {
     visit({mouse_at(700, 400), look([&] {
                EXPECT_TRUE(screen_shows(16, 16, "= FILES =", 0xFFFAFAFA));
                EXPECT_TRUE(screen_shows(40, 42, "Input", 0xFFDC7896));
@@ -101,7 +24,7 @@ TEST_F(FileScreen, ShowsItsTitleSectionsFieldsAndButtons) {
     EXPECT_EQ(drawn(16, 50), Pixel{0xFF32141E}) << "the work area is cleared on leaving";
 }
 
-TEST_F(FileScreen, TypingAnIdentifierAndControlLLoadsTheFourLowerCaseFiles) {
+TEST_F(FileScreenTest, TypingAnIdentifierAndControlLLoadsTheFourLowerCaseFiles) {
     visit({typed("abcd"), ctrl_key(Key::s), shows_status("Saved abcd", success_green)});
     CARNAME = "";
     visit({typed("ABCD"), ctrl_key(Key::l), shows_status("Loaded ABCD", success_green)});
@@ -109,13 +32,13 @@ TEST_F(FileScreen, TypingAnIdentifierAndControlLLoadsTheFourLowerCaseFiles) {
     EXPECT_EQ(window.title(), "Karosmit 1.0.4 - New car");
 }
 
-TEST_F(FileScreen, ChoosingACarPutsItsIdentifierIntoTheFileField) {
+TEST_F(FileScreenTest, ChoosingACarPutsItsIdentifierIntoTheFileField) {
     put_car("carvela.res", "Vela");
     visit({mouse_at(100, 155), shows_row(1, "Vela (VELA)", file_white), row_click(1), shows_file("vela"),
            look([] { EXPECT_EQ(drawn(90 + 8 * 4, 76), Pixel{0xFF00FA00}) << "the caret is behind it"; })});
 }
 
-TEST_F(FileScreen, ChoosingADirectoryEntersIt) {
+TEST_F(FileScreenTest, ChoosingADirectoryEntersIt) {
     std::filesystem::create_directory("sub");
     visit({row_click(1), look([&] {
                EXPECT_EQ(current_directory(), directory / "sub");
@@ -124,13 +47,13 @@ TEST_F(FileScreen, ChoosingADirectoryEntersIt) {
            row_click(0), look([&] { EXPECT_EQ(current_directory(), directory.path()); })});
 }
 
-TEST_F(FileScreen, BothClicksOfAFastDoubleClickCount) {
+TEST_F(FileScreenTest, BothClicksOfAFastDoubleClickCount) {
     std::filesystem::create_directories("one/two");
     std::filesystem::current_path("one/two");
     visit({at_once({row_click(0), row_click(0)}), look([&] { EXPECT_EQ(current_directory(), directory.path()); })});
 }
 
-TEST_F(FileScreen, ALinkThatIsOnlyAPathLeadsThere) {
+TEST_F(FileScreenTest, ALinkThatIsOnlyAPathLeadsThere) {
     std::filesystem::create_directory("far");
     CONFIGS = 2;
     CONFIG_ID[1] = CONFIG_ID[2] = "dirlink";
@@ -140,7 +63,7 @@ TEST_F(FileScreen, ALinkThatIsOnlyAPathLeadsThere) {
            row_click(0), look([&] { EXPECT_EQ(current_directory(), directory / "far"); })});
 }
 
-TEST_F(FileScreen, ChoosingALinkLeadsToItsDirectory) {
+TEST_F(FileScreenTest, ChoosingALinkLeadsToItsDirectory) {
     std::filesystem::create_directory("far");
     CONFIGS = 1;
     CONFIG_ID[1] = "dirlink";
@@ -149,7 +72,7 @@ TEST_F(FileScreen, ChoosingALinkLeadsToItsDirectory) {
            look([&] { EXPECT_EQ(current_directory(), directory / "far"); })});
 }
 
-TEST_F(FileScreen, AReservedKindOfLinkIsEnteredByItsNameAndADot) {
+TEST_F(FileScreenTest, AReservedKindOfLinkIsEnteredByItsNameAndADot) {
     std::filesystem::create_directory("drive");
     visit({look([] {
                LFILES = 1;
@@ -159,27 +82,27 @@ TEST_F(FileScreen, AReservedKindOfLinkIsEnteredByItsNameAndADot) {
            look([&] { EXPECT_EQ(current_directory(), directory / "drive"); })});
 }
 
-TEST_F(FileScreen, ADirectoryThatCannotBeEnteredResetsTheField) {
+TEST_F(FileScreenTest, ADirectoryThatCannotBeEnteredResetsTheField) {
     visit({key_press(Key::tab), typed("/nowhere"), key_press(Key::enter), look([&] {
                EXPECT_EQ(current_directory(), directory.path());
                EXPECT_TRUE(screen_shows(90, 60, directory.path() + "  ", text_green));
            })});
 }
 
-TEST_F(FileScreen, EnterInTheDirFieldChangesTheDirectoryAndInTheFileFieldDoesNothing) {
+TEST_F(FileScreenTest, EnterInTheDirFieldChangesTheDirectoryAndInTheFileFieldDoesNothing) {
     std::filesystem::create_directory("sub");
     visit({typed("sub"), key_press(Key::enter), look([&] { EXPECT_EQ(current_directory(), directory.path()); }),
            key_press(Key::up), typed("/sub"), key_press(Key::enter),
            look([&] { EXPECT_EQ(current_directory(), directory / "sub"); })});
 }
 
-TEST_F(FileScreen, KeysEditTheFieldWithTheCaret) {
+TEST_F(FileScreenTest, KeysEditTheFieldWithTheCaret) {
     visit({typed("acd"), key_press(Key::home), key_press(Key::right), typed("b"), shows_file("abcd"),
            key_press(Key::end), key_press(Key::backspace), shows_file("abc"), key_press(Key::left),
            key_press(Key::delete_), shows_file("ab"), key_press(Key::right), typed("~ "), shows_file("ab~ ")});
 }
 
-TEST_F(FileScreen, TabUpAndDownSwitchTheFieldAndPutTheCaretBehindItsText) {
+TEST_F(FileScreenTest, TabUpAndDownSwitchTheFieldAndPutTheCaretBehindItsText) {
     for (const Key switching : {Key::tab, Key::up, Key::down}) {
         visit({key_press(switching), look([&] {
                    EXPECT_EQ(drawn(90 + 8 * static_cast<int>(directory.path().size()), 60), Pixel{0xFF00FA00});
@@ -188,12 +111,12 @@ TEST_F(FileScreen, TabUpAndDownSwitchTheFieldAndPutTheCaretBehindItsText) {
     }
 }
 
-TEST_F(FileScreen, TheFieldHolds62Characters) {
+TEST_F(FileScreenTest, TheFieldHolds62Characters) {
     visit({typed(std::string(61, 'x') + "yz"),
            look([] { EXPECT_TRUE(screen_shows(90, 76, std::string(61, 'x') + "y ", text_green)); })});
 }
 
-TEST_F(FileScreen, ALongDirectoryIsShownFromWhereItsCaretIsSeen) {
+TEST_F(FileScreenTest, ALongDirectoryIsShownFromWhereItsCaretIsSeen) {
     const std::string deep(80, 'd');
     std::filesystem::create_directory(deep);
     visit({row_click(1), look([&] {
@@ -209,44 +132,44 @@ TEST_F(FileScreen, ALongDirectoryIsShownFromWhereItsCaretIsSeen) {
            })});
 }
 
-TEST_F(FileScreen, TheMouseHighlightsRowsAndLosesThemOutsideTheList) {
+TEST_F(FileScreenTest, TheMouseHighlightsRowsAndLosesThemOutsideTheList) {
     write_text("one.res", "");
     visit({ctrl_key(Key::c), mouse_at(40, 130 + 16), shows_row(1, "one.res", file_white), mouse_at(39, 130 + 16),
            shows_row(1, "one.res", file_grey), mouse_at(549, 130), shows_row(0, "[..]", directory_pale),
            mouse_at(550, 130), shows_row(0, "[..]", directory_green)});
 }
 
-TEST_F(FileScreen, TheTwoPixelRowsUnderTheLastRowAreNoRow) {
+TEST_F(FileScreenTest, TheTwoPixelRowsUnderTheLastRowAreNoRow) {
     put_numbered_files(40);
     visit({typed("keep"), ctrl_key(Key::c), mouse_at(100, 577), shows_row(27, "f127.res", file_white),
            mouse_at(100, 578), shows_row(27, "f127.res", file_grey), click(100, 579), shows_file("keep")});
 }
 
-TEST_F(FileScreen, AListOf28EntriesCannotScroll) {
+TEST_F(FileScreenTest, AListOf28EntriesCannotScroll) {
     put_numbered_files(27);
     visit({ctrl_key(Key::c), wheel(100, 300, -3), shows_row(0, "[..]", directory_green),
            shows_row(27, "f127.res", file_grey)});
 }
 
 // ODDITY files-wheel-stops-short
-TEST_F(FileScreen, With40EntriesTheWheelStopsAtTheTwelfthAndNeverShowsTheLast) {
+TEST_F(FileScreenTest, With40EntriesTheWheelStopsAtTheTwelfthAndNeverShowsTheLast) {
     put_numbered_files(39); // and ".."
     visit({ctrl_key(Key::c), wheel(100, 300, -50), shows_row(0, "f111.res", file_grey),
            shows_row(27, "f138.res", file_grey), wheel(100, 300, 1), shows_row(0, "f110.res", file_grey),
            wheel(100, 300, 99), shows_row(0, "[..]", directory_green)});
 }
 
-TEST_F(FileScreen, ClickingARowBelowTheLastEntryChoosesNothing) {
+TEST_F(FileScreenTest, ClickingARowBelowTheLastEntryChoosesNothing) {
     visit({typed("keep"), row_click(5), shows_file("keep"),
            look([&] { EXPECT_EQ(current_directory(), directory.path()); })});
 }
 
-TEST_F(FileScreen, OnlyTheLeftButtonAloneChooses) {
+TEST_F(FileScreenTest, OnlyTheLeftButtonAloneChooses) {
     std::filesystem::create_directory("sub");
     visit({click(100, 130 + 16 + 8, 2), look([&] { EXPECT_EQ(current_directory(), directory.path()); })});
 }
 
-TEST_F(FileScreen, ALongNameStaysInsideTheList) {
+TEST_F(FileScreenTest, ALongNameStaysInsideTheList) {
     const std::string name(100, 'w');
     write_text(name + ".res", "");
     visit({ctrl_key(Key::c), look([] {
@@ -257,7 +180,7 @@ TEST_F(FileScreen, ALongNameStaysInsideTheList) {
           9);
 }
 
-TEST_F(FileScreen, TheListTogglesBetweenCarsAndFiles) {
+TEST_F(FileScreenTest, TheListTogglesBetweenCarsAndFiles) {
     put_car("carvela.res", "Vela");
     write_text("a.vsh", "");
     write_text("a.p3s", "");
@@ -265,7 +188,7 @@ TEST_F(FileScreen, TheListTogglesBetweenCarsAndFiles) {
            shows_row(2, "carvela.res", file_grey), click(700, 120), shows_row(1, "Vela (VELA)", file_grey)});
 }
 
-TEST_F(FileScreen, WithAnUnpackerTheListOffersPackedFiles) {
+TEST_F(FileScreenTest, WithAnUnpackerTheListOffersPackedFiles) {
     CONFIGS = 1;
     CONFIG_ID[1] = "vorpack";
     CONFIG_VALUE[1] = "unpack";
@@ -273,40 +196,40 @@ TEST_F(FileScreen, WithAnUnpackerTheListOffersPackedFiles) {
     visit({ctrl_key(Key::c), shows_row(1, "a.p3s", file_grey)});
 }
 
-TEST_F(FileScreen, ASavedCarIsInTheListAtOnce) {
+TEST_F(FileScreenTest, ASavedCarIsInTheListAtOnce) {
     visit({look([] { CARNAME = "Novel"; }), typed("abcd"), ctrl_key(Key::s), shows_row(1, "Novel (ABCD)", file_grey)});
 }
 
-TEST_F(FileScreen, AfterLoadingOrSavingTheDirFieldSaysWhereThatWas) {
+TEST_F(FileScreenTest, AfterLoadingOrSavingTheDirFieldSaysWhereThatWas) {
     visit({typed("abcd"), key_press(Key::tab), typed("/elsewhere"), ctrl_key(Key::s),
            look([&] { EXPECT_TRUE(screen_shows(90, 60, directory.path() + "  ", text_green)); }), typed("x"),
            ctrl_key(Key::l), look([&] { EXPECT_TRUE(screen_shows(90, 60, directory.path() + "  ", text_green)); })});
     EXPECT_TRUE(file_exists("carabcd.res"));
 }
 
-TEST_F(FileScreen, TheButtonsLoadAndSaveOncePerClick) {
+TEST_F(FileScreenTest, TheButtonsLoadAndSaveOncePerClick) {
     visit({typed("abcd"), press(850, 80), shows_status("Saved abcd", success_green), look([] { FILE_FILE = "once"; }),
            mouse_at(851, 80), release(851, 80), look([] { EXPECT_EQ(FILE_FILE, "once"); }), click(700, 80),
            shows_status("Loaded abcd", success_green)});
 }
 
-TEST_F(FileScreen, ErrorsAreShownInTheErrorColour) {
+TEST_F(FileScreenTest, ErrorsAreShownInTheErrorColour) {
     visit({typed("none.res"), ctrl_key(Key::l), shows_status("File not found: none.res", error_red)});
 }
 
-TEST_F(FileScreen, SavingAPackedKindIsAnUnknownFormat) {
+TEST_F(FileScreenTest, SavingAPackedKindIsAnUnknownFormat) {
     visit({typed("x.p3s"), ctrl_key(Key::s), shows_status("Unknown format: ", error_red)});
     EXPECT_EQ(result, "");
 }
 
-TEST_F(FileScreen, APackedFileWithoutAnUnpackerDoesNothingAndShowsNothing) {
+TEST_F(FileScreenTest, APackedFileWithoutAnUnpackerDoesNothingAndShowsNothing) {
     write_text("car.p3s", "");
     visit({typed("x.pvs"), ctrl_key(Key::s), shows_status("Unknown format: ", error_red), key_press(Key::home),
            key_press(Key::delete_), key_press(Key::delete_), key_press(Key::delete_), key_press(Key::delete_),
            key_press(Key::delete_), typed("car.p3s"), ctrl_key(Key::l), shows_nothing_in_status()});
 }
 
-TEST_F(FileScreen, ALaterStatusLeavesNothingOfAnEarlierOne) {
+TEST_F(FileScreenTest, ALaterStatusLeavesNothingOfAnEarlierOne) {
     visit({typed("none-of-a-long-name-that-wraps-into-the-next.res"), ctrl_key(Key::l),
            shows_status("File not found: none-of-a-long-name-", error_red),
            look([] { EXPECT_TRUE(screen_shows(650, 166, "that-wraps-into-the-next.res", error_red)); }),
@@ -318,7 +241,7 @@ TEST_F(FileScreen, ALaterStatusLeavesNothingOfAnEarlierOne) {
            })});
 }
 
-TEST_F(FileScreen, AnIncompleteCarIsNamedInASecondLine) {
+TEST_F(FileScreenTest, AnIncompleteCarIsNamedInASecondLine) {
     visit({typed("abcd"), ctrl_key(Key::s), look([] { std::filesystem::remove("stabcd.3sh"); }), ctrl_key(Key::l),
            shows_status("Loaded abcd", success_green),
            look([] { EXPECT_TRUE(screen_shows(650, 166, "File not found: stabcd.3sh", error_red)); }), ctrl_key(Key::s),
@@ -326,35 +249,35 @@ TEST_F(FileScreen, AnIncompleteCarIsNamedInASecondLine) {
            look([] { EXPECT_FALSE(screen_shows(650, 166, "File not found: stabcd.3sh", error_red)); })});
 }
 
-TEST_F(FileScreen, EscapeEndsTheProgram) {
+TEST_F(FileScreenTest, EscapeEndsTheProgram) {
     play({key_press(Key::escape)}, [&] { FILEHANDLING(file_screen_mode::cars); });
     EXPECT_EQ(CURMENU, screen_number::quit);
 }
 
-TEST_F(FileScreen, TheMenuBarLeavesForAnotherScreen) {
+TEST_F(FileScreenTest, TheMenuBarLeavesForAnotherScreen) {
     play({click(3 * 48 + 5, 620)}, [&] { FILEHANDLING(file_screen_mode::cars); });
     EXPECT_EQ(CURMENU, screen_number::parameters);
 }
 
-TEST_F(FileScreen, TheCloseRequestEndsTheWaitForAButtonsRelease) {
+TEST_F(FileScreenTest, TheCloseRequestEndsTheWaitForAButtonsRelease) {
     std::filesystem::create_directory("sub");
     play({press(100, 130 + 16 + 8), close_window()}, [&] { FILEHANDLING(file_screen_mode::cars); });
     EXPECT_EQ(CURMENU, screen_number::quit);
 }
 
-TEST_F(FileScreen, TheCloseRequestEndsTheWaitForTheToggleButtonsRelease) {
+TEST_F(FileScreenTest, TheCloseRequestEndsTheWaitForTheToggleButtonsRelease) {
     play({press(700, 120), close_window()}, [&] { FILEHANDLING(file_screen_mode::cars); });
     EXPECT_EQ(CURMENU, screen_number::quit);
 }
 
-TEST_F(FileScreen, AnActionIsDoneOnceWhenTheWindowClosesWhileItsButtonIsDown) {
+TEST_F(FileScreenTest, AnActionIsDoneOnceWhenTheWindowClosesWhileItsButtonIsDown) {
     play({typed("abcd"), at_once({press(850, 80), typed("xy"), close_window()})},
          [&] { FILEHANDLING(file_screen_mode::cars); });
     EXPECT_EQ(CURMENU, screen_number::quit);
     EXPECT_EQ(FILE_FILE, "stdbabcd.vsh");
 }
 
-TEST_F(FileScreen, WhatIsDoneLastDecidesWhereItLeads) {
+TEST_F(FileScreenTest, WhatIsDoneLastDecidesWhereItLeads) {
     play({at_once({key_press(Key::escape), press(3 * 48 + 5, 620)})}, [&] { FILEHANDLING(file_screen_mode::cars); });
     EXPECT_EQ(CURMENU, screen_number::quit) << "Escape came before the click";
     reset_input();
@@ -364,14 +287,14 @@ TEST_F(FileScreen, WhatIsDoneLastDecidesWhereItLeads) {
     EXPECT_EQ(next_key(), key::escape) << "it is left to the next screen";
 }
 
-TEST_F(FileScreen, EveryVisitStartsAfresh) {
+TEST_F(FileScreenTest, EveryVisitStartsAfresh) {
     put_numbered_files(40);
     visit({ctrl_key(Key::c), wheel(100, 300, -5), typed("left")});
     visit({shows_file(""), look([] { EXPECT_EQ(LFILES, 41) << "cars by name, and \"..\""; }),
            look([] { EXPECT_EQ(drawn(90, 76), Pixel{0xFF00FA00}); })});
 }
 
-TEST_F(FileScreen, KeysTypedWhileAFileIsLoadedAreKeptInOrder) {
+TEST_F(FileScreenTest, KeysTypedWhileAFileIsLoadedAreKeptInOrder) {
     put_car("carvela.res", "Vela");
     visit({at_once({typed("carvel"), typed("a.res"), ctrl_key(Key::l), typed("x"), key_press(Key::backspace)}),
            shows_file("carvela.res"), shows_status("Loaded carvela.res", success_green)});
@@ -380,7 +303,7 @@ TEST_F(FileScreen, KeysTypedWhileAFileIsLoadedAreKeptInOrder) {
 
 // --- the picker ----------------------------------------------------------------------------------------------------
 
-TEST_F(FileScreen, AsAPickerAnUnknownExtensionIsTheResult) {
+TEST_F(FileScreenTest, AsAPickerAnUnknownExtensionIsTheResult) {
     FILE_ERNUM = file_status::success;
     play({typed("pic.png"), ctrl_key(Key::l)}, [&] { result = FILEHANDLING(file_screen_mode::pictures); });
     EXPECT_EQ(result, "L:pic.png");
@@ -391,7 +314,7 @@ TEST_F(FileScreen, AsAPickerAnUnknownExtensionIsTheResult) {
     EXPECT_EQ(CURMENU, screen_number::files);
 }
 
-TEST_F(FileScreen, AsAPickerItStillLoadsCarFilesAndStays) {
+TEST_F(FileScreenTest, AsAPickerItStillLoadsCarFilesAndStays) {
     put_car("car.res", "Vela");
     visit({typed("car.res"), ctrl_key(Key::l), shows_status("Loaded car.res", success_green)},
           file_screen_mode::pictures);
@@ -399,7 +322,7 @@ TEST_F(FileScreen, AsAPickerItStillLoadsCarFilesAndStays) {
     EXPECT_EQ(result, "");
 }
 
-TEST_F(FileScreen, AsAPickerItListsPicturesAndHasNoToggle) {
+TEST_F(FileScreenTest, AsAPickerItListsPicturesAndHasNoToggle) {
     for (const char* name : {"a.tga", "b.PNG", "c.pcx", "d.res"})
         write_text(name, "");
     visit({shows_row(1, "a.tga", file_grey), shows_row(2, "b.PNG", file_grey), shows_row(3, "c.pcx", file_grey),
@@ -410,7 +333,7 @@ TEST_F(FileScreen, AsAPickerItListsPicturesAndHasNoToggle) {
           file_screen_mode::pictures);
 }
 
-TEST_F(FileScreen, InAnyOtherModeAllFilesAreListed) {
+TEST_F(FileScreenTest, InAnyOtherModeAllFilesAreListed) {
     write_text("anything", "");
     visit({shows_row(1, "anything", file_grey), look([] { EXPECT_EQ(BUTTONS, 2); })}, 7);
 }
