@@ -28,7 +28,6 @@ RunningScreen::~RunningScreen() {
     handled();
     set_screen_fact("");
     innermost = around_;
-    set_screen_fact({});
     if (around_) around_->state_.repaint = true;
 }
 
