@@ -7,6 +7,7 @@
 #include "files/transfer.h"
 #include "widgets/line_edit.h"
 #include "widgets/screen_loop.h"
+#include "widgets/strip.h"
 #include "widgets/widgets.h"
 
 #include <algorithm>
@@ -179,6 +180,7 @@ void run_transfer(FileScreen& state, Transfer direction) {
     }
     state.status = report.unknown_format ? report_unknown_format() : report;
     state.redraw_status = true;
+    if (!report.note.empty()) say(report.note);
     show_where_it_went(state, direction);
 }
 

@@ -44,6 +44,7 @@ std::string load_body(const std::string& filename) {
 std::string save_body(const std::string& filename) {
     const std::size_t left_out = SAVEOBJ(filename, CURMODEL);
     if (left_out == 0 || FILE_ERNUM != file_status::success) return {};
+    if (left_out == 1) return "1 polygon left out: its vertices are not there";
     return std::to_string(left_out) + " polygons left out: their vertices are not there";
 }
 

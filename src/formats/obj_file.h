@@ -37,8 +37,8 @@ struct ObjExport {
 // The polygons of a model with their materials in a paint job, and the vertices that these polygons use.
 ObjExport export_obj(const SHAPEMODEL& model, std::size_t paint_job);
 
-// Replaces the body of CAR(slot). "File not found" changes nothing and returns nothing; vertices or faces that were
-// left out report "Too large, cut to fit".
+// Replaces the body of CAR(slot). "File not found" and "Read error" change and return nothing; vertices or faces that
+// were left out report "Too large, cut to fit".
 std::optional<ObjImport> LOADOBJ(const std::string& filename, int slot);
 // Writes the polygons of CAR(slot) with the materials of the current paint job. Reports "Invalid file name" or "Write
 // error". Returns how many polygons were left out because they name a vertex that the model does not have.

@@ -11,6 +11,11 @@ constexpr std::size_t id_length = 4;
 
 std::size_t area(const BitmapRecord& bitmap) { return std::size_t{bitmap.width} * bitmap.height; }
 
+std::string four_characters(std::string id) {
+    id.resize(id_length, ' ');
+    return id;
+}
+
 void read_fields(ByteReader& reader, BitmapRecord& bitmap) {
     reader.u16(bitmap.width);
     reader.u16(bitmap.height);
@@ -21,7 +26,7 @@ void read_fields(ByteReader& reader, BitmapRecord& bitmap) {
     reader.bytes(bitmap.flags);
     reader.u8(bitmap.is_mask);
     reader.u8(bitmap.has_mask);
-    bitmap.mask_name = reader.text(id_length);
+    bitmap.mask_name = four_characters(reader.text(id_length));
 }
 
 Pixels read_pixels(ByteReader& reader, std::size_t count) {
@@ -47,11 +52,6 @@ void cut_mask_circle(std::vector<BitmapRecord>& bitmaps, std::ptrdiff_t first) {
         bitmap.has_mask = 0;
         return;
     }
-}
-
-std::string four_characters(std::string id) {
-    id.resize(id_length, ' ');
-    return id;
 }
 
 void write_bitmap(ByteWriter& writer, const BitmapRecord& bitmap) {

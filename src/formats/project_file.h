@@ -46,8 +46,8 @@ Bytes encode_project_file(const ProjectFile& project);
 ProjectFile project_of_tables();
 void keep_project(ProjectFile project);
 
-// Replaces the whole car by that of a file. "File not found" and "Unknown format" (it does not begin with "*car")
-// change nothing; whatever found no room is reported as "Too large, cut to fit".
+// Replaces the whole car by that of a file. "File not found", "Read error" and "Unknown format" (it does not
+// begin with "*car") change nothing; whatever found no room is reported as "Too large, cut to fit".
 void LOADCAR(const std::string& filename);
 // Writes the whole car. Reports "Invalid file name" or "Write error", and "Too large, cut to fit" when a text is longer
 // than 65535 bytes.

@@ -2,14 +2,17 @@
 #include "model/document.h"
 
 #include "base/text.h"
+#include "model/body.h"
 #include "model/car.h"
+#include "model/generators.h"
 #include "model/parameters.h"
+#include "model/shape_parts.h"
+#include "model/wheels.h"
 #include "params/parameter_table.h"
 #include "source.h"
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 #include <map>
 #include <set>
 #include <string>
@@ -17,11 +20,6 @@
 
 namespace {
 
-constexpr int first_body_vertex = 32;
-constexpr int first_body_primitive = 4;
-constexpr int wheels = 4;
-constexpr int first_wheel_vertex = 8;
-constexpr std::uint16_t tyre_material = 38;
 constexpr std::uint32_t always_shown = 0xFFFFFFFF;
 constexpr std::uint8_t two_sided = 1;
 constexpr std::size_t paint_jobs = 7;
@@ -158,88 +156,22 @@ void read_body(const std::filesystem::path& file, const PaintTable& paint, SHAPE
         reader.take(line);
 }
 
-// The six vertices of a wheel: centre, rim and tyre of the face with the smaller x, then of the other one.
-void add_wheel(SHAPEMODEL& model, int wheel, const SourceLine& line) {
-    const double x = line.real(3), y = line.real(4), z = line.real(5), width = line.real(6);
-    const double smaller_x = x < 0 ? x - width : x;
-    const int first = first_wheel_vertex + 6 * wheel;
-    for (int face = 0; face < 2; ++face) {
-        const double face_x = smaller_x + face * width;
-        const auto at = [&](int i) -> SHAPEVERTEX& {
-            return model.verts.at(static_cast<std::size_t>(first + 3 * face + i));
-        };
-        at(0) = {.x = face_x, .y = y, .z = z};
-        at(1) = {.x = face_x, .y = y + line.real(7), .z = z};
-        at(2) = {.x = face_x, .y = y, .z = z + line.real(8)};
-    }
-    SHAPEPRIM& primitive = model.prims.at(static_cast<std::size_t>(wheel));
-    primitive.type = primitive_type::wheel;
-    primitive.cull1 = primitive.cull2 = always_shown;
-    primitive.material.fill(tyre_material);
-    for (std::size_t i = 0; i < 6; ++i)
-        primitive.vertex[i] = static_cast<std::uint16_t>(first + static_cast<int>(i));
-}
-
-void add_bounding_box(SHAPEMODEL& model) {
-    double min_x = 0, max_x = 0, min_y = 0, max_y = 0, max_z = 0;
-    for (std::size_t i = first_wheel_vertex; i < model.nverts; ++i) {
-        const SHAPEVERTEX& v = model.verts[i];
-        min_x = std::min(min_x, v.x);
-        max_x = std::max(max_x, v.x);
-        min_y = std::min(min_y, v.y);
-        max_y = std::max(max_y, v.y);
-        max_z = std::max(max_z, v.z);
-    }
-    for (std::size_t i = 0; i < first_wheel_vertex; ++i) {
-        model.verts[i] = {.x = i % 2 == 0 ? min_x : max_x, .y = i / 2 % 2 == 0 ? max_y : min_y, .z = i < 4 ? 0 : max_z};
-    }
+void add_wheel(SHAPEMODEL& model, const SourceLine& line) {
+    const auto wheel = static_cast<std::size_t>(line.integer_within(2, 0, car_layout::wheels - 1));
+    make_wheel(model, wheel, line.real(3), line.real(4), line.real(5));
+    resize_wheel(model, wheel, {line.real(6), line.real(7), line.real(8)});
 }
 
 SHAPEMODEL read_car_model(const std::filesystem::path& folder, int number, const PaintTable& paint) {
     const std::string name = "car" + std::to_string(number);
     SHAPEMODEL model;
-    model.nverts = first_body_vertex;
-    model.nprims = first_body_primitive;
+    model.nverts = car_layout::first_body_vertex;
+    model.nprims = car_layout::wheels;
     for (const SourceLine& line : read_source_lines(folder / "wheels.txt"))
-        if (line.field(0) == name) add_wheel(model, static_cast<int>(line.integer(2)), line);
+        if (line.field(0) == name) add_wheel(model, line);
     read_body(folder / (name + ".obj"), paint, model);
-    add_bounding_box(model);
+    fit_bounding_box(model);
     return model;
-}
-
-// --- dimensions in the parameters ----------------------------------------------------------------------------------
-
-void set_rounded_word(int offset, double value) {
-    set_par_word(offset, static_cast<std::uint16_t>(static_cast<std::int16_t>(std::lround(value))));
-}
-
-int wheel_across(int wheel) { return par_offset::wheels + 6 * wheel; }
-int wheel_along(int wheel) { return wheel_across(wheel) + 4; }
-
-// Collision half-width, height, half-length and radius, and the places of the wheels, from the in-game model.
-void store_dimensions(const SHAPEMODEL& model) {
-    double x = 0, y = 0, z = 0;
-    for (std::size_t i = 0; i < model.nverts; ++i) {
-        x = std::max(x, std::abs(model.verts[i].x));
-        y = std::max(y, std::abs(model.verts[i].y));
-        z = std::max(z, model.verts[i].z);
-    }
-    set_rounded_word(par_offset::collision_half_width, x / CARSCALE[1]);
-    set_rounded_word(par_offset::collision_half_length, y / CARSCALE[1]);
-    set_rounded_word(par_offset::collision_height, z / CARSCALE[1]);
-    set_rounded_word(par_offset::collision_radius, std::sqrt(x * x + y * y + z * z) * 1.05 / CARSCALE[1]);
-    for (int wheel = 0; wheel < 2; ++wheel) {
-        const std::size_t first = static_cast<std::size_t>(first_wheel_vertex + 6 * wheel);
-        const SHAPEVERTEX& near = model.verts[first];
-        const SHAPEVERTEX& far = model.verts[first + 3];
-        set_rounded_word(wheel_across(wheel), (near.x + far.x) / (2 * CARSCALE[3]));
-        set_rounded_word(wheel_along(wheel), far.y / CARSCALE[3]);
-    }
-    // The front wheels mirror the rear ones: the third the second, the fourth the first.
-    for (int wheel = 2; wheel < wheels; ++wheel) {
-        set_par_word(wheel_across(wheel), par_word(wheel_across(wheels - 1 - wheel)));
-        set_par_word(wheel_along(wheel), static_cast<std::uint16_t>(-par_word(wheel_along(wheels - 1 - wheel))));
-    }
 }
 
 } // namespace
@@ -253,5 +185,5 @@ void read_car(const std::filesystem::path& folder) {
     for (int k = 0; k < explosion_models; ++k)
         read_body(folder / ("exp" + std::to_string(k) + ".obj"), paint, CEXP[static_cast<std::size_t>(k)].edit());
     read_parameters(folder / "car.txt");
-    store_dimensions(*CAR[1]);
+    if (!GENERATEINFO(true, true)) throw SourceError(folder.string() + ": car1 has no wheels");
 }
