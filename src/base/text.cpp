@@ -73,7 +73,7 @@ bool next_line(std::string_view& rest, std::string_view& line) {
 
 long leading_integer(std::string_view text) {
     text = without_leading_blanks(text);
-    if (text.starts_with('+')) text.remove_prefix(1);
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
     std::int32_t value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error != std::errc::result_out_of_range) return value;

@@ -37,6 +37,7 @@ TEST(Text, TheLeadingIntegerIsReadAsFarAsItGoes) {
     EXPECT_EQ(leading_integer("  12abc"), 12);
     EXPECT_EQ(leading_integer("-7/3"), -7);
     EXPECT_EQ(leading_integer("+5"), 5);
+    EXPECT_EQ(leading_integer("+-5"), 0);
     EXPECT_EQ(leading_integer("abc"), 0);
     EXPECT_EQ(leading_integer(""), 0);
     EXPECT_EQ(leading_integer("99999999999999999999"), 2147483647);

@@ -1,0 +1,239 @@
+// Any bytes as a project: read as a second, literal reader reads them, held within the tables, and written and read as
+// the same.
+#include "expect.h"
+
+#include "formats/project_file.h"
+#include "model/bitmap_table.h"
+#include "model/items.h"
+#include "model/shape_parts.h"
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+// The format again, value by value over plain bytes: what does not wholly lie before the end is absent, and whoever
+// reads it is at the end then.
+class LiteralReader {
+public:
+    explicit LiteralReader(std::vector<std::uint8_t> bytes) : bytes_(std::move(bytes)) {}
+
+    void go_to(const std::string& chunk) {
+        std::map<std::string, std::size_t> offsets;
+        at_ = 11;
+        std::uint64_t chunks = 0;
+        number(1, chunks);
+        for (std::uint64_t i = 0; i < chunks; ++i) {
+            const std::string id = text(4);
+            std::uint64_t offset = 0;
+            if (number(4, offset)) offsets[id] = offset;
+        }
+        at_ = offsets[chunk];
+    }
+
+    template <typename Value>
+    bool number(std::size_t width, Value& value) {
+        if (at_ + width > bytes_.size()) {
+            at_ = std::max(at_, bytes_.size());
+            return false;
+        }
+        std::uint64_t bits = 0;
+        std::memcpy(&bits, bytes_.data() + at_, width);
+        at_ += width;
+        if constexpr (std::is_same_v<Value, double>)
+            std::memcpy(&value, &bits, sizeof value);
+        else
+            value = static_cast<Value>(bits);
+        return true;
+    }
+
+    std::string text(std::size_t length) {
+        std::string result;
+        for (; length > 0 && at_ < bytes_.size(); --length)
+            result += static_cast<char>(bytes_[at_++]);
+        return result;
+    }
+
+    void pass(std::size_t count) { at_ += count; }
+    bool at_end() const { return at_ >= bytes_.size(); }
+
+private:
+    std::vector<std::uint8_t> bytes_;
+    std::size_t at_ = 0;
+};
+
+void read_texts(LiteralReader& reader, ProjectFile& project) {
+    reader.go_to("Base");
+    for (std::string* text : {&project.name, &project.sign_name, &project.information}) {
+        std::uint64_t length = 0;
+        if (reader.number(2, length)) *text = reader.text(length);
+    }
+}
+
+void read_parameters(LiteralReader& reader, ProjectFile& project) {
+    reader.go_to("Pars");
+    const std::string bytes = reader.text(776);
+    std::memcpy(project.par.data(), bytes.data(), bytes.size());
+}
+
+void read_vertex(LiteralReader& reader, SHAPEVERTEX& vertex) {
+    if (reader.number(8, vertex.x)) vertex.mark = 0;
+    reader.number(8, vertex.y);
+    reader.number(8, vertex.z);
+}
+
+void read_primitive(LiteralReader& reader, int jobs, SHAPEPRIM& primitive) {
+    reader.number(1, primitive.type);
+    reader.number(4, primitive.cull1);
+    reader.number(4, primitive.cull2);
+    reader.number(1, primitive.flags);
+    std::uint16_t no_room = 0;
+    for (int job = 0; job < jobs; ++job)
+        reader.number(2, job < 17 ? primitive.material[static_cast<std::size_t>(job)] : no_room);
+    const int type = primitive.type;
+    const int corners = type <= 10 ? type : type == 11 ? 2 : type == 12 ? 6 : 0;
+    for (int corner = 0; corner < corners; ++corner)
+        reader.number(2, primitive.vertex[static_cast<std::size_t>(corner)]);
+}
+
+void read_models(LiteralReader& reader, ProjectFile& project) {
+    reader.go_to("Shps");
+    reader.number(1, project.paint_jobs);
+    for (auto& shared : project.models) {
+        SHAPEMODEL& model = shared.edit();
+        std::uint64_t count = model.nverts;
+        reader.number(2, count);
+        model.nverts = static_cast<std::uint16_t>(std::min<std::uint64_t>(count, 512));
+        for (std::uint64_t i = 0; i < count && !reader.at_end(); ++i) {
+            SHAPEVERTEX no_room;
+            read_vertex(reader, i < 512 ? model.verts[i] : no_room);
+        }
+        count = model.nprims;
+        reader.number(2, count);
+        model.nprims = static_cast<std::uint16_t>(std::min<std::uint64_t>(count, 512));
+        for (std::uint64_t i = 0; i < count && !reader.at_end(); ++i) {
+            SHAPEPRIM no_room;
+            read_primitive(reader, project.paint_jobs, i < 512 ? model.prims[i] : no_room);
+        }
+    }
+}
+
+bool read_bitmap(LiteralReader& reader, std::size_t& room, std::vector<BitmapRecord>& bitmaps) {
+    BitmapRecord bitmap;
+    bitmap.name = reader.text(4);
+    if (bitmap.name.size() < 4) return false;
+    reader.number(2, bitmap.width);
+    reader.number(2, bitmap.height);
+    reader.number(2, bitmap.header_word_3);
+    reader.number(2, bitmap.header_word_4);
+    reader.number(2, bitmap.relative_x);
+    reader.number(2, bitmap.relative_y);
+    reader.number(2, bitmap.absolute_x);
+    reader.number(2, bitmap.absolute_y);
+    const std::string flags = reader.text(4);
+    std::memcpy(bitmap.flags.data(), flags.data(), flags.size());
+    reader.number(1, bitmap.is_mask);
+    reader.number(1, bitmap.has_mask);
+    bitmap.mask_name = reader.text(4);
+    bitmap.mask_name.resize(4, ' ');
+    const std::size_t area = std::size_t{bitmap.width} * bitmap.height;
+    if (bitmaps.size() == 100 || area > room) {
+        reader.pass(area);
+        return true;
+    }
+    room -= area;
+    const std::string bytes = reader.text(area);
+    Pixels pixels(bytes.begin(), bytes.end());
+    pixels.resize(area);
+    bitmap.pixels = std::move(pixels);
+    bitmaps.push_back(std::move(bitmap));
+    return true;
+}
+
+void read_bitmaps(LiteralReader& reader, ProjectFile& project) {
+    reader.go_to("Dash");
+    std::uint64_t count = 0;
+    reader.number(1, count);
+    std::size_t room = std::size_t{100} * 320 * 200;
+    while (count > 0 && read_bitmap(reader, room, project.bitmaps))
+        --count;
+}
+
+ProjectFile read_literally(const std::uint8_t* data, std::size_t size) {
+    ProjectFile project;
+    LiteralReader reader(std::vector<std::uint8_t>(data, data + size));
+    read_texts(reader, project);
+    read_parameters(reader, project);
+    read_models(reader, project);
+    read_bitmaps(reader, project);
+    return project;
+}
+
+void check_within_tables(const ProjectFile& project) {
+    std::size_t pixels = 0;
+    for (const auto& model : project.models)
+        expect(model->nverts <= shape_capacity && model->nprims <= shape_capacity, "counts are within the tables");
+    for (const BitmapRecord& bitmap : project.bitmaps) {
+        expect(has_pixel_buffer(bitmap), "every bitmap has its pixels");
+        pixels += bitmap.pixels->size();
+    }
+    expect(project.bitmaps.size() <= max_bitmaps && pixels <= max_bitmap_pixels, "memory is bounded");
+}
+
+// Follows every bitmap's mask, and the mask's, to its end.
+void check_masks_end() {
+    for (int i = 1; i <= BITMAPS; ++i) {
+        int steps = 0;
+        for (int at = i; at != 0 && BITMAP[at].has_mask != 0; at = RBM(BITMAP[at].mask_name))
+            expect(++steps <= max_bitmaps, "no mask leads back to itself");
+    }
+}
+
+void check_kept(const ProjectFile& project) {
+    keep_project(project);
+    expect(PAINTJOBS >= 1 && PAINTJOBS <= max_paint_jobs, "there is a paint job");
+    expect(BITMAPS == project.bitmaps.size(), "every bitmap is in the table");
+    for (const DashItem& item : DASHITEM)
+        expect(item.bitmap <= BITMAPS && (item.bitmap == 0 || BITMAP[item.bitmap].name == item.id), "items are bound");
+    check_masks_end();
+}
+
+void check_same_content(const ProjectFile& a, ProjectFile b) {
+    expect(a.name == b.name && a.sign_name == b.sign_name && a.information == b.information, "the same texts");
+    expect(a.par == b.par && a.paint_jobs == b.paint_jobs, "the same parameters");
+    expect(a.models == b.models, "the same models");
+    expect(a.bitmaps.size() == b.bitmaps.size(), "as many bitmaps");
+    for (std::size_t i = 0; i < a.bitmaps.size(); ++i) {
+        // A circle of masks was cut.
+        if (a.bitmaps[i].has_mask == 0) b.bitmaps[i].has_mask = 0;
+        expect(a.bitmaps[i] == b.bitmaps[i], "the same bitmaps");
+    }
+}
+
+void check_round_trip(const ProjectFile& project) {
+    ProjectFile again = project;
+    again.cut = false;
+    decode_project_file(encode_project_file(project), again);
+    expect(!again.cut, "what was written has room");
+    again.cut = project.cut;
+    again.paint_jobs = std::max(again.paint_jobs, project.paint_jobs); // written as at most seventeen
+    expect(again == project, "what was read is written and read as the same");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (DASHITEM[1].id.empty()) INITDASHITEMS();
+    is_project_file(input_bytes(data, size));
+    ProjectFile project;
+    decode_project_file(input_bytes(data, size), project);
+    check_within_tables(project);
+    check_same_content(project, read_literally(data, size));
+    check_round_trip(project);
+    check_kept(project);
+    return 0;
+}
