@@ -2,7 +2,7 @@
 // of a screen. Compared with copying the bytes that it holds, in the same run; the limits are in microseconds, far from
 // what a noisy machine adds.
 #include "alternate.h"
-#include "model/document.h"
+#include "full_document.h"
 
 #include <benchmark/benchmark.h>
 
@@ -12,31 +12,6 @@ namespace {
 
 constexpr int rounds = 31;
 constexpr int repetitions = 200;
-
-void fill_model(Shared<SHAPEMODEL>& block, double seed) {
-    SHAPEMODEL& model = block.edit();
-    model.nverts = model.nprims = shape_capacity;
-    for (std::size_t i = 0; i < shape_capacity; ++i) {
-        model.verts[i].x = seed + static_cast<double>(i);
-        model.prims[i].type = primitive_type::largest_polygon;
-    }
-}
-
-void fill_document() {
-    double seed = 0;
-    for (auto& model : CAR)
-        fill_model(model, seed += 1000);
-    for (auto& model : CEXP)
-        fill_model(model, seed += 1000);
-    for (BITMAPS = 0; BITMAPS < max_bitmaps;) {
-        BitmapRecord& bitmap = BITMAP[++BITMAPS];
-        bitmap.name = std::to_string(1000 + BITMAPS);
-        bitmap.mask_name = "mask";
-        bitmap.width = 320;
-        bitmap.height = 200;
-        bitmap.pixels = Pixels(max_bitmap_pixels / max_bitmaps, BITMAPS);
-    }
-}
 
 // The bytes that a document without shared blocks would hold.
 struct WholeCopy {

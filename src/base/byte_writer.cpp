@@ -1,11 +1,14 @@
 #include "base/byte_writer.h"
 
+#include <array>
 #include <bit>
 
 namespace {
 void append_little_endian(Bytes& bytes, std::uint64_t value, int width) {
-    for (int i = 0; i < width; ++i)
-        bytes.push_back(static_cast<std::byte>(value >> (8 * i) & 0xFF));
+    std::array<std::byte, sizeof value> parts{};
+    for (std::size_t i = 0; i < parts.size(); ++i)
+        parts[i] = static_cast<std::byte>(value >> (8 * i) & 0xFF);
+    bytes.insert(bytes.end(), parts.begin(), parts.begin() + width);
 }
 } // namespace
 

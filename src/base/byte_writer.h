@@ -12,6 +12,9 @@ using Bytes = std::vector<std::byte>;
 
 class ByteWriter {
 public:
+    // Room for so many bytes more, so that a large file is not copied while it grows.
+    void expect(std::size_t count) { bytes_.reserve(bytes_.size() + count); }
+
     std::size_t position() const { return bytes_.size(); }
 
     void u8(std::uint8_t value);

@@ -95,6 +95,10 @@ ProjectBitmaps read_project_bitmaps(ByteReader& reader) {
 }
 
 void write_project_bitmaps(ByteWriter& writer, const std::vector<BitmapRecord>& bitmaps) {
+    std::size_t pixels = 0;
+    for (const BitmapRecord& bitmap : bitmaps)
+        pixels += area(bitmap);
+    writer.expect(pixels);
     writer.u8(static_cast<std::uint8_t>(bitmaps.size()));
     for (const BitmapRecord& bitmap : bitmaps)
         write_bitmap(writer, bitmap);
