@@ -12,7 +12,7 @@ namespace {
 constexpr ScreenRow rows[] = {
     {screen_number::files, "Files", [] { FILEHANDLING(file_screen_mode::cars); }, file_screen_keys},
     {screen_number::editor_3d, "3D editor", EDIT3D, editor_screen_keys},
-    {screen_number::dash_manager, "Dash manager", DASHMANAGER, title_screen_keys},
+    {screen_number::dash_manager, "Dash manager", DASHMANAGER, dash_screen_keys},
     {screen_number::parameters, "Physical parameters", EDITPARAMS, parameter_screen_keys},
 };
 

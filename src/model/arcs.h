@@ -6,8 +6,8 @@
 #include "model/gauges.h"
 #include "model/spokes.h"
 
-// The centre is in canvas pixels, 0 .. 255 and 0 .. 199; angles are radians. The wheel's markers lie on a quarter of the
-// ellipse, from its top to its right, and use neither the angles nor the direction.
+// The centre is in canvas pixels, 0 .. 255 and 0 .. 199; angles are radians. The wheel's markers lie on a quarter of
+// the ellipse, from its top to its right, and use neither the angles nor the direction.
 struct Arc {
     CockpitPoint centre;
     double radius = 30;

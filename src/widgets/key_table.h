@@ -18,7 +18,7 @@ inline constexpr const char* any_character = "\xFF*";
 } // namespace key
 
 // The keys of one row; those that are not needed stay null.
-using RowKeys = std::array<const char*, 6>;
+using RowKeys = std::array<const char*, 10>;
 
 bool names_key(const RowKeys& keys, std::string_view typed);
 // As a person calls them, one after the other: "Tab, cursor up". The close request, which is no key, is left out.
@@ -64,10 +64,14 @@ struct KeyHelpTable {
     std::vector<KeyHelp> rows;
 };
 
-template <class Row, std::size_t rows>
-KeyHelpTable key_help(const std::string& heading, const Row (&table)[rows]) {
+template <class Row>
+KeyHelpTable key_help(const std::string& heading, std::span<const Row> table) {
     KeyHelpTable help{heading, {}};
     for (const Row& row : table)
         help.rows.push_back({row.label ? row.label : names_of(row.keys), row.words});
     return help;
+}
+template <class Row, std::size_t rows>
+KeyHelpTable key_help(const std::string& heading, const Row (&table)[rows]) {
+    return key_help(heading, std::span<const Row>(table));
 }

@@ -110,8 +110,8 @@ void store_gauge(const GaugeLines& lines, const std::string& name, const Gauge& 
 // The steering dot's way: a quarter of a circle from the top of the wheel to its right.
 void store_wheel_markers(const SourceLine& wheel) {
     const Arc arc{.centre = {static_cast<int>(wheel.integer_within(1, 0, largest_arc_centre.x)),
-                                  static_cast<int>(wheel.integer_within(2, 0, largest_arc_centre.y))},
-                       .radius = wheel.real(3)};
+                             static_cast<int>(wheel.integer_within(2, 0, largest_arc_centre.y))},
+                  .radius = wheel.real(3)};
     if (lay_wheel(arc) != last_marker + 1) throw SourceError("the wheel lacks a marker");
 }
 

@@ -1,0 +1,41 @@
+// Lists of points that are edited one by one or laid along an arc: what the keys do that the steering wheel and the
+// gauges share.
+#pragma once
+
+#include "dash/dash_screen.h"
+
+// A list, and what its keys may do with it.
+struct PointList {
+    PointEdit DashScreen::*edit;
+    int (*last)();                    // the highest index that can be selected
+    CockpitPoint (*point)(int index); // as it is stored
+    void (*set_point)(int index, CockpitPoint at);
+    int highest_y; // how far up keys go
+    int least_radius, most_radius;
+    void (*lay)(const Arc& arc);
+};
+
+// The selected point, or the arc's radius, one up or down.
+void step_selection(DashScreen& state, const PointList& list, int step);
+// The selected point, or the arc's centre.
+void move_point(DashScreen& state, const PointList& list, int across, int down);
+void widen_arc(DashScreen& state, const PointList& list);
+void narrow_arc(DashScreen& state, const PointList& list);
+void lay_points(DashScreen& state, const PointList& list);
+
+// The selected index, lowered to the last one if the list has become shorter.
+int selected_point(const DashScreen& state, const PointList& list);
+
+// The same as actions for tables of keys.
+template <const PointList& list, int step>
+void step_selection_by_key(DashScreen& state) {
+    step_selection(state, list, step);
+}
+template <const PointList& list, int across, int down>
+void move_point_by_key(DashScreen& state) {
+    move_point(state, list, across, down);
+}
+template <const PointList& list, void (*act)(DashScreen&, const PointList&)>
+void act_by_key(DashScreen& state) {
+    act(state, list);
+}
