@@ -249,6 +249,8 @@ const Screen<EditorScreen> editor_screen{
 };
 
 void EDIT3D() {
+    // ODDITY slot-begins-at-showroom (kept): every visit begins with the first slot, while paint job, turn and zooms
+    // are as the last one left them.
     CURMODEL = 0;
     EditorScreen state;
     run_screen(state, editor_screen);

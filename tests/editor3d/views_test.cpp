@@ -2,11 +2,12 @@
 #include "editor3d/views.h"
 
 #include "drawing/triangle.h"
-#include "editor3d/models.h"
 #include "editor3d/view_ground.h"
 #include "editor3d/wireframe.h"
+#include "model/car.h"
 #include "model/colours.h"
 #include "model/parameters.h"
+#include "support/models.h"
 #include "support/picture_words.h"
 #include "support/play.h"
 #include "widgets/widgets.h"
@@ -53,12 +54,13 @@ protected:
     }
 
     // One triangle, facing the eye, in front of nothing; its corners at the middle depth.
-    static void show_triangle(std::array<double, 3> a, std::array<double, 3> b, std::array<double, 3> c, int material) {
+    static void show_triangle(std::array<double, 3> a, std::array<double, 3> b, std::array<double, 3> c,
+                              std::uint16_t material) {
         model() = {};
         for (const auto& [x, y, z] : {a, b, c})
             add_vertex(model(), x, y, z);
         add_first_four(model());
-        add_prim(model(), 3, {0, 1, 2}, material).flags = 1;
+        add_primitive(model(), 3, {0, 1, 2}, material).flags = 1;
     }
     static int pixels_of(int material) { return count(screen().image(), material_colour(material)); }
 };
@@ -109,9 +111,9 @@ TEST_F(Views, WireframesLieOverGridAndPhysicalData) {
         for (const double y : {-1.9, 2.1})
             for (const double z : {0.2, 1.1})
                 add_vertex(model(), x, y, z);
-    add_prim(model(), 4, {0, 1, 3, 2});
-    add_prim(model(), 4, {4, 5, 7, 6}).mark = 7;
-    add_prim(model(), 11, {0, 1});
+    add_primitive(model(), 4, {0, 1, 3, 2});
+    add_primitive(model(), 4, {4, 5, 7, 6}).mark = 7;
+    add_primitive(model(), 11, {0, 1});
     const SHAPEMODEL before = model();
     for (int view = 1; view <= 3; ++view)
         expect_view(view, [&](Canvas& canvas) {
@@ -129,7 +131,7 @@ TEST_F(Views, WireframesLieOverGridAndPhysicalData) {
 
 TEST_F(Views, ThreeDimensionsOfOneVertexInTheThreePlanes) {
     const auto at = add_vertex(model(), 0.3, 0.9, 1.7);
-    add_prim(model(), 2, {at, at});
+    add_primitive(model(), 2, {at, at});
     for (std::uint8_t view = 1; view <= 3; ++view)
         UPDATE3DWINDOW(view);
     EXPECT_EQ(drawn(195 + 12, 175 - 36), Pixel{wireframe_colour});
@@ -166,7 +168,7 @@ TEST_F(Views, ALineInThe3dViewIsALine) {
     add_vertex(model(), -1, 0, 0.5);
     add_vertex(model(), 1, 0, 0.25);
     add_first_four(model());
-    add_prim(model(), 2, {0, 1}, 9);
+    add_primitive(model(), 2, {0, 1}, 9);
     expect_view(4, [](Canvas& canvas) { draw_line(canvas, 495, 410, 615, 425, material_colour(9)); });
 }
 
@@ -174,7 +176,7 @@ TEST_F(Views, SpheresAreNotDrawnInThe3dView) {
     add_vertex(model(), 0, 0, 0);
     add_vertex(model(), 1, 0, 0);
     add_first_four(model());
-    add_prim(model(), 11, {0, 1}, 9);
+    add_primitive(model(), 11, {0, 1}, 9);
     expect_view(4, [](Canvas&) {});
 }
 
@@ -182,7 +184,7 @@ TEST_F(Views, AModelOfItsFirstFourPrimitivesShowsNothingInThe3dView) {
     for (int i = 0; i < 4; ++i)
         add_vertex(model(), i - 1.5, 0.1 * i, 0.2 * i * i);
     for (int i = 0; i < 4; ++i)
-        add_prim(model(), 4, {0, 1, 2, 3}, 5).flags = 1;
+        add_primitive(model(), 4, {0, 1, 2, 3}, 5).flags = 1;
     expect_view(4, [](Canvas&) {});
 }
 
@@ -202,7 +204,7 @@ TEST_F(Views, APentagonIsFilledWhole) {
     for (const auto& [x, z] : {std::pair{-1.0, 0.0}, {1.0, 0.0}, {1.0, 1.0}, {0.0, 1.5}, {-1.0, 1.0}})
         add_vertex(model(), x, 0, z);
     add_first_four(model());
-    add_prim(model(), 5, {0, 1, 2, 3, 4}, 5);
+    add_primitive(model(), 5, {0, 1, 2, 3, 4}, 5);
     expect_view(4, [](Canvas& canvas) {
         DRAWTRIANGLE(canvas, 495, 440, 615, 440, 615, 380, material_colour(5));
         DRAWTRIANGLE(canvas, 495, 440, 615, 380, 555, 350, material_colour(5));
@@ -215,7 +217,7 @@ TEST_F(Views, NearFacesCoverFarOnes) {
     for (const double x : {-1.0, 1.0})
         add_vertex(model(), x, 1, 0);
     add_vertex(model(), 0, 1, 1);
-    add_prim(model(), 3, {3, 4, 5}, 6);
+    add_primitive(model(), 3, {3, 4, 5}, 6);
     std::swap(model().prims[4], model().prims[5]);
     UPDATE3DWINDOW(4);
     EXPECT_EQ(pixels_of(5), 0);

@@ -2,8 +2,8 @@
 #include "editor3d/visual_model.h"
 
 #include "base/reset.h"
-#include "editor3d/models.h"
 #include "model/car.h"
+#include "support/models.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -80,55 +80,55 @@ TEST_F(SimplifyModel, VerticesKeepTheirOwnIndex) {
 TEST_F(SimplifyModel, TheFirstFourPrimitivesHaveNoPieceWhateverTheyAre) {
     model.nprims = 0;
     for (int i = 0; i < 4; ++i)
-        add_prim(model, 3, {0, 1, 2});
+        add_primitive(model, 3, {0, 1, 2});
     EXPECT_THAT(simplified(), ElementsAre());
-    add_prim(model, 3, {3, 4, 5}, 9);
+    add_primitive(model, 3, {3, 4, 5}, 9);
     EXPECT_THAT(simplified(), ElementsAre(Piece{3, {3, 4, 5}, 4, 9, 0}));
 }
 
 TEST_F(SimplifyModel, APentagonIsThreeTrianglesAroundItsFirstCorner) {
-    add_prim(model, 5, {9, 1, 2, 3, 4}, 60).flags = 1;
+    add_primitive(model, 5, {9, 1, 2, 3, 4}, 60).flags = 1;
     EXPECT_THAT(simplified(), ElementsAre(Piece{3, {9, 1, 2}, 4, 60, 1}, Piece{3, {9, 2, 3}, 4, 60, 1},
                                           Piece{3, {9, 3, 4}, 4, 60, 1}));
 }
 
 TEST_F(SimplifyModel, APolygonOfTenCornersIsEightTriangles) {
-    add_prim(model, 10, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
+    add_primitive(model, 10, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
     const auto triangles = simplified();
     ASSERT_EQ(triangles.size(), 8U);
     EXPECT_THAT(triangles.back().corners, ElementsAre(0, 8, 9));
 }
 
 TEST_F(SimplifyModel, LinesAndSpheresKeepTheirKindAndTwoVertices) {
-    add_prim(model, 2, {3, 4}, 5);
-    add_prim(model, 11, {6, 7}, 8).flags = 3;
+    add_primitive(model, 2, {3, 4}, 5);
+    add_primitive(model, 11, {6, 7}, 8).flags = 3;
     EXPECT_THAT(simplified(), ElementsAre(Piece{2, {3, 4, 0}, 4, 5, 0}, Piece{11, {6, 7, 0}, 5, 8, 3}));
 }
 
 TEST_F(SimplifyModel, OtherKindsHaveNoPiece) {
     for (const int type : {0, 1, 12, 13, 200, 255})
-        add_prim(model, type, {0, 1, 2, 3, 4, 5});
+        add_primitive(model, type, {0, 1, 2, 3, 4, 5});
     EXPECT_THAT(simplified(), ElementsAre());
 }
 
 TEST_F(SimplifyModel, MaterialsAreThoseOfThePaintJob) {
-    add_prim(model, 2, {0, 1}).material = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 300};
+    add_primitive(model, 2, {0, 1}).material = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 300};
     EXPECT_EQ(simplified(0)[0].material, 1);
     EXPECT_EQ(simplified(3)[0].material, 4);
     EXPECT_EQ(simplified(16)[0].material, 300);
 }
 
 TEST_F(SimplifyModel, AnIndexPastTheVerticesLeavesThePrimitiveOut) {
-    add_prim(model, 5, {0, 1, 2, 3, 12});
-    add_prim(model, 4, {0, 65535, 2, 3});
-    add_prim(model, 11, {0, 12});
-    add_prim(model, 3, {0, 1, 11, 40000}); // the fourth index is not in use
+    add_primitive(model, 5, {0, 1, 2, 3, 12});
+    add_primitive(model, 4, {0, 65535, 2, 3});
+    add_primitive(model, 11, {0, 12});
+    add_primitive(model, 3, {0, 1, 11, 40000}); // the fourth index is not in use
     EXPECT_THAT(simplified(), ElementsAre(Piece{3, {0, 1, 11}, 7, 0, 0}));
 }
 
 TEST_F(SimplifyModel, TheFirst1024PiecesAreKept) {
     while (model.nprims < shape_capacity)
-        add_prim(model, 10, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9}, model.nprims % 256);
+        add_primitive(model, 10, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9}, model.nprims % 256);
     const auto all = simplified();
     ASSERT_EQ(all.size(), 1024U);
     EXPECT_EQ(all.back(), (Piece{3, {0, 8, 9}, 4 + 127, (4 + 127) % 256, 0}));
@@ -141,7 +141,7 @@ TEST_F(SimplifyModel, TheNamedOneFillsVcarFromASlot) {
     SHAPEMODEL& slot = CAR[3].edit();
     add_vertex(slot, 1, 2, 3);
     add_first_four(slot);
-    add_prim(slot, 11, {0, 0}).material[2] = 44;
+    add_primitive(slot, 11, {0, 0}).material[2] = 44;
     SIMPLIFYMODEL(3, 2);
     EXPECT_THAT(pieces(VCAR), ElementsAre(Piece{11, {0, 0, 0}, 4, 44, 0}));
     EXPECT_EQ(VCAR.nverts, 1);

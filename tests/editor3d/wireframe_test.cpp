@@ -2,7 +2,7 @@
 #include "editor3d/wireframe.h"
 
 #include "drawing/drawing.h"
-#include "editor3d/models.h"
+#include "support/models.h"
 #include "support/picture_words.h"
 
 #include <gtest/gtest.h>
@@ -62,7 +62,7 @@ TEST_F(Wireframe, AQuadrilateralIsItsClosedOutline) {
     add_vertex(model, 2, -1, 5);
     add_vertex(model, 2, 1.5, 0);
     add_vertex(model, -1, 2, 0);
-    add_prim(model, 4, {0, 1, 2, 3});
+    add_primitive(model, 4, {0, 1, 2, 3});
     EXPECT_EQ(picture(*drawn()), picture(*figures([](Canvas& canvas) {
                   line(canvas, -1, -1, 2, -1);
                   line(canvas, 2, -1, 2, 1.5);
@@ -74,7 +74,7 @@ TEST_F(Wireframe, AQuadrilateralIsItsClosedOutline) {
 TEST_F(Wireframe, TheVerticalAxisPointsUp) {
     add_vertex(model, 1, 2, 0);
     add_vertex(model, 1, 2, 0);
-    add_prim(model, 2, {0, 1});
+    add_primitive(model, 2, {0, 1});
     const auto image = drawn();
     EXPECT_EQ(count(*image, wireframe_colour), 1);
     EXPECT_EQ(image->pixel(50, 30), wireframe_colour);
@@ -85,10 +85,10 @@ TEST_F(Wireframe, ALineIsOneLineAndATriangleIsClosed) {
     add_vertex(model, -2, 0, 0);
     add_vertex(model, 2, 0, 0);
     add_vertex(model, 0, 2, 0);
-    add_prim(model, 2, {0, 1});
+    add_primitive(model, 2, {0, 1});
     EXPECT_EQ(picture(*drawn()), picture(*figures([](Canvas& canvas) { line(canvas, -2, 0, 2, 0); })));
     model.nprims = 0;
-    add_prim(model, 3, {0, 1, 2});
+    add_primitive(model, 3, {0, 1, 2});
     EXPECT_EQ(drawn()->pixel(30, 40), wireframe_colour); // half way from the third corner to the first
 }
 
@@ -96,7 +96,7 @@ TEST_F(Wireframe, ATenCornerPolygonIsClosed) {
     std::vector<int> corners;
     for (int i = 0; i < 10; ++i)
         corners.push_back(add_vertex(model, 3 * std::cos(i * 0.6), 3 * std::sin(i * 0.6), 0));
-    add_prim(model, 10, corners);
+    add_primitive(model, 10, corners);
     EXPECT_EQ(picture(*drawn()), picture(*figures([](Canvas& canvas) {
                   for (int i = 0; i < 10; ++i) {
                       const int next = (i + 1) % 10;
@@ -109,7 +109,7 @@ TEST_F(Wireframe, ATenCornerPolygonIsClosed) {
 TEST_F(Wireframe, ASphereIsACircleThroughItsSecondVertexAsThePlaneSeesIt) {
     add_vertex(model, 1, 0.5, 9);
     add_vertex(model, 2.2, 0.5, -9); // 1.2 in the plane, whatever the third axis says
-    add_prim(model, 11, {0, 1});
+    add_primitive(model, 11, {0, 1});
     EXPECT_EQ(picture(*drawn()), picture(*figures([](Canvas& canvas) { draw_circle(canvas, 50, 45, 12, white); })));
 }
 
@@ -123,7 +123,7 @@ protected:
         add_vertex(model, 2, 0.2, 0);
         add_vertex(model, 2, 1.7, 0);
         add_vertex(model, 2, 0.7, 0);
-        add_prim(model, 12, {0, 1, 2, 3, 4, 5});
+        add_primitive(model, 12, {0, 1, 2, 3, 4, 5});
     }
 };
 
@@ -152,16 +152,16 @@ TEST_F(Wireframe, OtherKindsAreNotDrawn) {
     for (int i = 0; i < 12; ++i)
         add_vertex(model, i, i, 0);
     for (const int type : {0, 1, 13, 100, 255})
-        add_prim(model, type, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11});
+        add_primitive(model, type, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11});
     EXPECT_EQ(count(*drawn(), black), side * side);
 }
 
 TEST_F(Wireframe, AnIndexPastTheVerticesLeavesThePrimitiveOut) {
     for (int i = 0; i < 6; ++i)
         add_vertex(model, i % 2, i % 3, 0);
-    add_prim(model, 3, {0, 1, 6});
-    add_prim(model, 11, {65535, 0});
-    add_prim(model, 12, {0, 1, 2, 3, 4, 600});
+    add_primitive(model, 3, {0, 1, 6});
+    add_primitive(model, 11, {65535, 0});
+    add_primitive(model, 12, {0, 1, 2, 3, 4, 600});
     EXPECT_EQ(count(*drawn(), black), side * side);
     EXPECT_EQ(count(*drawn(Plane::side), black), side * side);
 }
@@ -171,7 +171,7 @@ TEST_F(Wireframe, SidesToAVertexThatIsNowhereAreLeftOutAndTheOthersAreWhereTheyB
     add_vertex(model, nan_value, 0, 0);
     add_vertex(model, 2, 0, 0);
     add_vertex(model, 2, 2, 0);
-    add_prim(model, 4, {0, 1, 2, 3});
+    add_primitive(model, 4, {0, 1, 2, 3});
     EXPECT_EQ(picture(*drawn()), picture(*figures([](Canvas& canvas) {
                   line(canvas, 2, 0, 2, 2);
                   line(canvas, 2, 2, -1, 0);
@@ -184,9 +184,9 @@ TEST_F(Wireframe, HugeAndInfiniteCoordinatesAreDrawnAsFarAsThePictureGoes) {
     add_vertex(model, 0, 1e300, 0);
     for (int i = 0; i < 3; ++i)
         add_vertex(model, 0, 0, 0);
-    add_prim(model, 2, {0, 1});
-    add_prim(model, 11, {3, 2});
-    add_prim(model, 12, {0, 1, 2, 3, 4, 5});
+    add_primitive(model, 2, {0, 1});
+    add_primitive(model, 11, {3, 2});
+    add_primitive(model, 12, {0, 1, 2, 3, 4, 5});
     const auto image = drawn();
     for (int x = 0; x < side; ++x)
         EXPECT_EQ(image->pixel(x, 40), wireframe_colour);

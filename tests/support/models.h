@@ -7,14 +7,14 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <initializer_list>
+#include <vector>
 
 inline std::uint16_t add_vertex(SHAPEMODEL& model, double x, double y, double z) {
     model.verts.at(model.nverts) = {x, y, z};
     return model.nverts++;
 }
 
-inline SHAPEPRIM& add_primitive(SHAPEMODEL& model, int type, std::initializer_list<int> vertices,
+inline SHAPEPRIM& add_primitive(SHAPEMODEL& model, int type, const std::vector<int>& vertices,
                                 std::uint16_t material = 0) {
     SHAPEPRIM& primitive = model.prims.at(model.nprims++);
     primitive.type = static_cast<std::uint8_t>(type);
@@ -28,6 +28,12 @@ inline SHAPEMODEL model_with_wheels() {
     SHAPEMODEL model;
     generate_wheels(model);
     return model;
+}
+
+// Points, at the place of the wheels: the first four primitives, which the shaded view never shows.
+inline void add_first_four(SHAPEMODEL& model) {
+    for (int i = 0; i < 4; ++i)
+        add_primitive(model, primitive_type::point, {0});
 }
 
 // A triangle behind what the model holds, its corners one after the other.
