@@ -1,5 +1,6 @@
 #include "base/random.h"
 
+#include "base/reset.h"
 #include <bit>
 #include <cstdint>
 #include <random>
@@ -14,3 +15,7 @@ std::mt19937_64& generator() {
 void seed_random(double seed) { generator().seed(std::bit_cast<std::uint64_t>(seed)); }
 
 double random_unit() { return std::uniform_real_distribution<double>(0.0, 1.0)(generator()); }
+
+namespace {
+const ResetWithProgram registered([] { generator() = std::mt19937_64(); });
+}

@@ -1,4 +1,5 @@
 // Text: at any pixel, and on the text grid.
+#include "base/reset.h"
 #include "drawing/drawing.h"
 #include "drawing/plotter.h"
 
@@ -6,7 +7,8 @@
 
 namespace {
 
-int text_grid_width = 120;
+constexpr int first_grid_width = 120;
+int text_grid_width = first_grid_width;
 
 void plot_glyph(Plotter& plotter, std::int64_t left, std::int64_t top, unsigned char character) {
     const std::uint8_t* const rows = glyph_rows(character);
@@ -44,3 +46,7 @@ void print_text(Canvas& canvas, std::string_view text) {
 }
 
 void set_text_grid_width(int columns) { text_grid_width = std::max(columns, 1); }
+
+namespace {
+const ResetWithProgram registered([] { set_text_grid_width(first_grid_width); });
+}

@@ -4,6 +4,7 @@
 #include "base/config.h"
 #include "base/file_io.h"
 #include "base/file_status.h"
+#include "base/reset.h"
 #include "base/text.h"
 #include "files/directory.h"
 #include "formats/resource_archive.h"
@@ -169,4 +170,11 @@ void UPDATEFILELIST(const std::string& mode) {
     for (const DirectoryEntry& entry : content.entries)
         add_directory_entry(entry, mode);
     sort_entries();
+}
+
+namespace {
+const ResetWithProgram registered([] {
+    LFILE = {};
+    LFILES = 0;
+});
 }

@@ -4,6 +4,7 @@
 
 #include "base/byte_reader.h"
 #include "base/file_io.h"
+#include "base/reset.h"
 #include "image/tga_layout.h"
 #include "image/tga_pixels.h"
 
@@ -220,4 +221,11 @@ ImageHandle TARGALOAD(const std::string& filename, TargaPalette* palette) {
     set_targa_error(picture.error);
     if (picture.image) apply_colour_map(picture, palette);
     return std::move(picture.image);
+}
+
+namespace {
+const ResetWithProgram registered([] {
+    TARGAERROR = 0;
+    TARGAERRORMESSAGE.clear();
+});
 }

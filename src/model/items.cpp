@@ -1,4 +1,6 @@
 #include "model/items.h"
+
+#include "base/reset.h"
 #include "model/document.h"
 
 #include "model/bitmap_table.h"
@@ -53,4 +55,8 @@ void INITDASHITEMS() {
 void UPDATEDASHITEMS() {
     for (DashItem& item : DASHITEM)
         item.bitmap = last_bitmap_of(item.id);
+}
+
+namespace {
+const ResetWithProgram registered([] { DASHITEM = {}; });
 }

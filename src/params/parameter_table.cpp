@@ -1,5 +1,6 @@
 #include "params/parameter_table.h"
 
+#include "base/reset.h"
 #include "model/new_car.h"
 #include "model/parameters.h"
 
@@ -99,4 +100,11 @@ void INITPARAMTARGETS() {
     PTARGET[mass_row].factor = 43.7F;
     TEXTOPTION = {"Flexible", "Rigid", "Anti-PG", "None", "No (bug-free)"};
     new_car();
+}
+
+namespace {
+const ResetWithProgram registered([] {
+    PTARGET = {};
+    TEXTOPTION = {};
+});
 }

@@ -14,14 +14,7 @@ namespace {
 
 class HistoryTest : public testing::Test {
 protected:
-    HistoryTest() {
-        reset_bitmaps();
-        INITPARAMTARGETS();
-    }
-    ~HistoryTest() override {
-        reset_bitmaps();
-        INITPARAMTARGETS();
-    }
+    HistoryTest() { INITPARAMTARGETS(); }
 
     static void set_mass(std::uint16_t mass) { set_par_word(par_offset::mass, mass); }
     // The words for a change, and that it can be taken back and brought again.

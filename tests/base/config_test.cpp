@@ -23,17 +23,13 @@ protected:
     EnvironmentVariable home_variable{"HOME"}, appdata_variable{"APPDATA"};
 
     void SetUp() override {
-        reset_config();
         for (const std::string& path : {home, appdata, current, program})
             std::filesystem::create_directory(path);
         home_variable.set(home);
         appdata_variable.set(appdata);
         ASSERT_TRUE(change_directory(current));
     }
-    void TearDown() override {
-        change_directory(earlier_directory);
-        reset_config();
-    }
+    void TearDown() override { change_directory(earlier_directory); }
 
     static void put_config(const std::string& path, const std::string& text) {
         std::filesystem::create_directories(path);

@@ -16,8 +16,6 @@ using Names = std::vector<std::string>;
 
 class FileIo : public testing::Test {
 protected:
-    FileIo() { reset_file_status(); }
-
     const Bytes old_content = bytes_of("the old content");
     const Bytes new_content = bytes_of("new");
     TemporaryDirectory directory;

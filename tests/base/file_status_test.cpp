@@ -3,10 +3,7 @@
 #include <gtest/gtest.h>
 
 namespace {
-class FileStatus : public testing::Test {
-protected:
-    FileStatus() { reset_file_status(); }
-};
+class FileStatus : public testing::Test {};
 
 std::string text_of(std::uint8_t code) {
     FILE_ERROR = "as it was";

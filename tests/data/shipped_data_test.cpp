@@ -13,7 +13,6 @@
 #include "model/document.h"
 #include "model/items.h"
 #include "params/parameter_table.h"
-#include "support/fresh_tables.h"
 #include "support/text_file.h"
 
 #include <gmock/gmock.h>
@@ -35,16 +34,11 @@ protected:
     CurrentDirectory inside{garage};
 
     void SetUp() override {
-        reset_car_tables();
         INITPARAMTARGETS();
         INITDASHITEMS();
         PROGDIR = data_directory;
         LOADPALETTE();
         LOADMATERIALS();
-    }
-    void TearDown() override {
-        reset_bitmaps();
-        reset_config();
     }
 };
 

@@ -4,6 +4,7 @@
 
 #include "base/config.h"
 #include "base/file_status.h"
+#include "base/reset.h"
 #include "base/text.h"
 #include "files/file_list.h"
 #include "files/transfer.h"
@@ -19,7 +20,6 @@
 #include "model/new_car.h"
 #include "support/bitmaps.h"
 #include "support/environment.h"
-#include "support/fresh_tables.h"
 #include "support/text_file.h"
 
 #include <gmock/gmock.h>
@@ -113,11 +113,10 @@ protected:
         write_text("pjobs.cfg", "1 2 3 4\n5 6 7 8\n");
         write_text("karosmit.cfg", "imagick = convert\n");
     }
-    void TearDown() override { reset_config(); }
 
     // A program that holds another car than the files do.
     static void reset() {
-        reset_car_tables();
+        reset_program();
         new_car();
         INITDASHITEMS();
         CARNAME = "There before";

@@ -21,9 +21,6 @@ protected:
     TemporaryDirectory directory;
     CurrentDirectory inside{directory.path()};
 
-    void SetUp() override { reset_config(); }
-    void TearDown() override { reset_config(); }
-
     static void add_config(const std::string& key, const std::string& value) {
         ++CONFIGS;
         CONFIG_ID[CONFIGS] = key;

@@ -7,7 +7,6 @@
 #include "formats/parameter_file.h"
 #include "model/items.h"
 #include "model/new_car.h"
-#include "support/fresh_tables.h"
 #include "support/text_file.h"
 
 #include <gmock/gmock.h>
@@ -25,12 +24,10 @@ protected:
     CurrentDirectory inside{directory.path()};
 
     void SetUp() override {
-        reset_car_tables();
         new_car();
         INITDASHITEMS();
         WORKDIR = directory.path() + "/";
     }
-    void TearDown() override { reset_config(); }
 
     static void configure(const std::string& key, const std::string& value) {
         ++CONFIGS;

@@ -18,8 +18,6 @@ using std::numbers::pi;
 class Arcs : public testing::Test {
 protected:
     Arcs() {
-        reset_parameters();
-        reset_bitmaps();
         INITDASHITEMS();
         BITMAPS = 1;
         BITMAP[1].name = "ins2";

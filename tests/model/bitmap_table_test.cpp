@@ -9,8 +9,6 @@ namespace {
 class BitmapTable : public testing::Test {
 protected:
     BitmapTable() {
-        reset_bitmaps();
-        reset_colours();
         for (std::uint32_t i = 0; i < 256; ++i)
             PAL[i] = 0x40000000 + i * 0x010203;
     }

@@ -4,10 +4,7 @@
 #include <gtest/gtest.h>
 
 namespace {
-class Car : public testing::Test {
-protected:
-    Car() { reset_car(); }
-};
+class Car : public testing::Test {};
 
 // A model whose every field, those past the counts included, differs from a new one.
 SHAPEMODEL full_model() {

@@ -11,14 +11,7 @@ namespace {
 
 class Step : public testing::Test {
 protected:
-    Step() {
-        reset_bitmaps();
-        new_car();
-    }
-    ~Step() override {
-        reset_bitmaps();
-        new_car();
-    }
+    Step() { new_car(); }
     std::mt19937 random{11};
 
     std::size_t below(std::size_t end) { return random() % end; }

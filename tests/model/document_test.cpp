@@ -16,16 +16,11 @@ namespace {
 class Document : public testing::Test {
 protected:
     Document() {
-        reset_bitmaps();
         new_car();
         BITMAPS = 1;
         BITMAP[1].name = "dash";
         BITMAP[1].width = BITMAP[1].height = 1;
         BITMAP[1].pixels = Pixels{7};
-    }
-    ~Document() override {
-        reset_bitmaps();
-        new_car();
     }
 };
 

@@ -13,11 +13,7 @@
 namespace {
 class Gauges : public testing::Test {
 protected:
-    Gauges() {
-        reset_parameters();
-        reset_bitmaps();
-        INITDASHITEMS();
-    }
+    Gauges() { INITDASHITEMS(); }
 };
 } // namespace
 

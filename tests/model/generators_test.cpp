@@ -20,8 +20,6 @@ SHAPEMODEL small_car(double height = 1) {
 class Generators : public testing::Test {
 protected:
     Generators() {
-        reset_car();
-        reset_parameters();
         for (auto& model : CAR)
             model = small_car();
         CURMODEL = 3;

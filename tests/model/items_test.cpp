@@ -8,10 +8,7 @@
 namespace {
 class DashItems : public testing::Test {
 protected:
-    DashItems() {
-        reset_bitmaps();
-        INITDASHITEMS();
-    }
+    DashItems() { INITDASHITEMS(); }
     static void add(const std::string& name) { BITMAP[++BITMAPS].name = name; }
 };
 } // namespace

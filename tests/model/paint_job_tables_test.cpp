@@ -10,7 +10,6 @@ namespace {
 class PaintJobs : public testing::Test {
 protected:
     PaintJobs() {
-        reset_car();
         for (std::size_t slot = 0; slot < car_slots; ++slot)
             CAR[slot] = numbered(static_cast<int>(slot));
         for (std::size_t k = 0; k < explosion_models; ++k)

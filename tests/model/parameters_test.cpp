@@ -4,10 +4,7 @@
 #include <gtest/gtest.h>
 
 namespace {
-class Parameters : public testing::Test {
-protected:
-    Parameters() { reset_parameters(); }
-};
+class Parameters : public testing::Test {};
 } // namespace
 
 TEST_F(Parameters, WordsAreLittleEndian) {

@@ -16,10 +16,7 @@ void PrintTo(const Place& place, std::ostream* out) { *out << '(' << place.x << 
 
 class Placement : public testing::Test {
 protected:
-    Placement() {
-        reset_bitmaps();
-        INITDASHITEMS();
-    }
+    Placement() { INITDASHITEMS(); }
 
     static void add(const std::string& name, int width, int height, int x = 0, int y = 0) {
         BitmapRecord& bitmap = BITMAP[++BITMAPS];

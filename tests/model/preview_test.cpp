@@ -10,9 +10,6 @@ namespace {
 class Preview : public testing::Test {
 protected:
     Preview() {
-        reset_bitmaps();
-        reset_colours();
-        forget_previews();
         for (std::uint32_t i = 0; i < 256; ++i)
             PAL[i] = 0x40000000 + i * 0x010203;
     }

@@ -13,10 +13,7 @@ namespace {
 
 class ParameterTable : public testing::Test {
 protected:
-    void SetUp() override {
-        reset_parameters();
-        INITPARAMTARGETS();
-    }
+    void SetUp() override { INITPARAMTARGETS(); }
     static int mass() { return par_word(2); }
     static int mass_after_choosing(int option, int mass_before) {
         set_par_word(2, static_cast<std::uint16_t>(mass_before));

@@ -1,9 +1,9 @@
-// Every test of a car file begins with the tables of a program that has just been started, and a directory of its own.
+// A test of a car file, in a directory of its own.
 #pragma once
 
+#include "base/file_status.h"
 #include "support/bytes.h"
 #include "support/child_process.h"
-#include "support/fresh_tables.h"
 #include "support/temporary_directory.h"
 
 #include <filesystem>
@@ -11,10 +11,7 @@
 
 class CleanCar : public testing::Test {
 protected:
-    CleanCar() {
-        reset_car_tables();
-        FILE_ERROR = "an earlier failure";
-    }
+    CleanCar() { FILE_ERROR = "an earlier failure"; }
 
     // Names under which a reader finds no file: absent, a directory, a pipe.
     std::vector<std::string> names_of_no_file() {

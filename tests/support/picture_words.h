@@ -10,9 +10,7 @@ constexpr std::uint32_t white = 0xFFFFFFFF;
 constexpr std::uint32_t red = 0xFFFF0000;
 constexpr std::uint32_t green = 0xFF00FF00;
 
-inline bool inside(const Rectangle& rectangle, int x, int y) {
-    return x >= rectangle.x1 && x <= rectangle.x2 && y >= rectangle.y1 && y <= rectangle.y2;
-}
+inline bool inside(const Rectangle& rectangle, int x, int y) { return rectangle.contains({x, y}); }
 
 // How many pixels have this colour.
 inline int count(const Image& image, std::uint32_t colour) {

@@ -1,7 +1,6 @@
 // Playing screens by script, and looking at what they drew.
 #pragma once
 
-#include "base/reset.h"
 #include "window/backend.h"
 #include "window/input.h"
 #include "window/scripted_backend.h"
@@ -27,21 +26,17 @@ inline void PrintTo(const Pixel& pixel, std::ostream* out) {
     *out << "0x" << std::hex << std::uppercase << std::setw(8) << std::setfill('0') << pixel.value;
 }
 
-// A test with the program as it is before its start, and a scripted window in use.
+// A test with a scripted window in use.
 class ScriptedTest : public testing::Test {
 protected:
     ScriptedBackend window;
 
     void SetUp() override {
-        reset_program();
         use_backend(&window);
         std::string error;
         ASSERT_TRUE(open_screen(error)) << error;
     }
-    void TearDown() override {
-        use_backend(nullptr);
-        reset_program();
-    }
+    void TearDown() override { use_backend(nullptr); }
 
     // Runs a screen until it returns. The script must end it: a close request that was needed beyond the script's end
     // is a failure.

@@ -1,5 +1,7 @@
 #include "widgets/screen_loop.h"
 
+#include "base/reset.h"
+
 #include "model/document.h"
 #include "model/parameters.h"
 #include "support/play.h"

@@ -51,6 +51,30 @@ TEST_F(Widgets, AHighlightedSectionHasABrightTitleAndAnUntitledOneNoGap) {
         EXPECT_EQ(drawn(x, 250), Pixel{0xFF64283C});
 }
 
+TEST_F(Widgets, ButtonsThatWereDrawnOverAreDrawnAgain) {
+    CREATESIMPLEBUTTON(100, 100, "Go", 7);
+    APPENDBUTTON("On", 8, true);
+    maintain_after(mouse_at(50, 50));
+    BUTTON[2].state = button_state::make_inactive;
+    maintain_after(mouse_at(51, 50));
+    fill_box(screen(), 0, 0, 959, 599, 0xFF123456);
+    maintain_after(mouse_at(52, 50));
+    EXPECT_EQ(drawn(100, 100), Pixel{0xFF123456});
+    forget_drawn_buttons();
+    maintain_after(mouse_at(53, 50));
+    EXPECT_EQ(drawn(100, 100), Pixel{0xFFB4B4B4});
+    EXPECT_EQ(drawn(100, 140), Pixel{0xFF3C1E28}) << "still inactive";
+}
+
+TEST_F(Widgets, ASectionIsDrawnOnAnyCanvas) {
+    const auto image = create_image(200, 100, 0xFF123456);
+    Canvas canvas(*image);
+    draw_section(canvas, {10, 20, 150, 80}, "View", true);
+    EXPECT_EQ(image->pixel(150, 80), 0xFF64283Cu);
+    EXPECT_EQ(image->pixel(9, 19), 0xFF190A0Fu);
+    EXPECT_TRUE(shows_text(*image, 34, 12, "View", 0xFFFAFAFA));
+}
+
 TEST_F(Widgets, ASimpleButtonIsAsWideAsItsCaptionAsks) {
     CREATESIMPLEBUTTON(650, 70, " Load File ", 1);
     EXPECT_EQ(BUTTONS, 1);
