@@ -3,6 +3,7 @@
 #include "app/screens.h"
 #include "base/config.h"
 #include "base/random.h"
+#include "base/shell.h"
 #include "base/version.h"
 #include "editor3d/views.h"
 #include "formats/bitmap_file.h"
@@ -13,6 +14,7 @@
 #include "model/items.h"
 #include "model/preview.h"
 #include "params/parameter_table.h"
+#include "widgets/busy_window.h"
 #include "widgets/screen_loop.h"
 #include "widgets/widgets.h"
 
@@ -50,6 +52,7 @@ bool open_window(std::string& error) {
     if (!open_screen(error)) return false;
     set_text_grid(text_columns, text_rows);
     set_window_title(std::string(program_title));
+    use_program_runner(run_beside_window);
     fill_box(screen(), 0, 0, screen_width - 1, screen_height - 1, colour::background);
     return true;
 }

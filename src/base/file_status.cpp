@@ -28,6 +28,7 @@ void report_file(std::uint8_t code, const std::string& reason) {
     case file_status::write_error: FILE_ERROR = "Write error"; break;
     case file_status::cut_to_fit: FILE_ERROR = "Too large, cut to fit"; break;
     case file_status::read_error: FILE_ERROR = "Read error"; break;
+    case file_status::not_unpacked: FILE_ERROR = "Not unpacked"; break;
     case file_status::unknown_format: FILE_ERROR = "Unknown format"; break;
     default: break;
     }

@@ -19,6 +19,7 @@ constexpr std::uint8_t invalid_name = 2;     // "Invalid file name"
 constexpr std::uint8_t write_error = 3;      // "Write error": the file could be created but not finished
 constexpr std::uint8_t cut_to_fit = 4;       // "Too large, cut to fit": loaded or saved, but not all of it had room
 constexpr std::uint8_t read_error = 5;       // "Read error": it is there but could not be read, nothing of it is kept
+constexpr std::uint8_t not_unpacked = 6;     // "Not unpacked": the unpacker was not run, or ended before it was done
 constexpr std::uint8_t nothing_done = 156;   // set by the Files screen before it dispatches
 constexpr std::uint8_t unknown_format = 255; // "Unknown format"
 } // namespace file_status

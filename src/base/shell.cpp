@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/wait.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace {
@@ -17,6 +18,8 @@ using std::chrono::milliseconds;
 
 constexpr milliseconds between_questions{20};
 constexpr milliseconds patience_with_the_dying{3000};
+
+ProgramRunner runner_in_use = nullptr;
 
 // Waits until something can be read; false when the time is up first.
 bool readable_within(int descriptor, milliseconds time) {
@@ -32,6 +35,17 @@ CommandOutcome outcome_of(int told) {
 }
 
 } // namespace
+
+std::string in_words(const CommandOutcome& outcome) {
+    switch (outcome.end) {
+    case CommandEnd::exited: return "ended with status " + std::to_string(outcome.number);
+    case CommandEnd::killed: return "ended by signal " + std::to_string(outcome.number);
+    case CommandEnd::cancelled: return "cancelled";
+    case CommandEnd::timed_out: return "took too long";
+    case CommandEnd::not_started: return std::generic_category().message(outcome.number);
+    }
+    return {};
+}
 
 Command::Command(const std::string& command_line) {
     int ends[2];
@@ -76,15 +90,22 @@ CommandOutcome run_command(const std::string& command_line, const std::function<
                            std::optional<milliseconds> limit) {
     Command command(command_line);
     const Clock::time_point start = Clock::now();
-    while (!command.outcome()) {
-        if (go_on && !go_on()) return command.cancel();
+    for (;;) {
         const auto passed = std::chrono::duration_cast<milliseconds>(Clock::now() - start);
         if (limit && passed >= *limit) return command.cancel(CommandEnd::timed_out);
         readable_within(command.descriptor(),
                         limit ? std::clamp(*limit - passed, milliseconds{1}, between_questions) : between_questions);
+        if (const auto outcome = command.outcome()) return *outcome;
+        if (go_on && !go_on()) return command.cancel();
     }
-    return *command.outcome();
 }
+
+CommandOutcome run_external_program(const std::string& command_line, const std::string& what,
+                                    std::optional<milliseconds> limit) {
+    return runner_in_use ? runner_in_use(command_line, what, limit) : run_command(command_line, {}, limit);
+}
+
+void use_program_runner(ProgramRunner runner) { runner_in_use = runner; }
 
 std::string shell_quoted(const std::string& argument) {
     std::string quoted = "'";

@@ -21,8 +21,13 @@ struct CommandOutcome {
     CommandEnd end = CommandEnd::not_started;
     int number = 0; // the exit status, the signal, or the system's error
 
+    // Whether it came to its own end, be that a success or not.
+    bool ended_by_itself() const { return end == CommandEnd::exited || end == CommandEnd::killed; }
     bool succeeded() const { return end == CommandEnd::exited && number == 0; }
 };
+
+// What became of it, for a person: "ended with status 3", "ended by signal 9", "cancelled" ...
+std::string in_words(const CommandOutcome& outcome);
 
 // A command line that runs while the program goes on. It reads nothing (its input is empty), writes where the program
 // writes, and has none of the program's files. Whatever it has started ends with it when it is cancelled, when this
@@ -54,6 +59,15 @@ private:
 // time is up; in the last two cases it is cancelled.
 CommandOutcome run_command(const std::string& command_line, const std::function<bool()>& go_on = {},
                            std::optional<std::chrono::milliseconds> limit = {});
+
+// The same for what a person waits for, `what` it is ("the unpacker") in words: by run_command, or by what a program
+// with a window puts in its place.
+CommandOutcome run_external_program(const std::string& command_line, const std::string& what,
+                                    std::optional<std::chrono::milliseconds> limit = {});
+using ProgramRunner = CommandOutcome (*)(const std::string& command_line, const std::string& what,
+                                         std::optional<std::chrono::milliseconds> limit);
+// Null: run_command again.
+void use_program_runner(ProgramRunner runner);
 
 // The argument quoted so that the shell takes it as one word, whatever it holds; one that begins with "-" is made a
 // path.

@@ -16,7 +16,9 @@
 #include "model/items.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <string_view>
+#include <system_error>
 #include <unistd.h>
 
 namespace {
@@ -80,18 +82,30 @@ constexpr CarFile car_files[] = {{"car", ".res"}, {"st", ".3sh"}, {"stda", ".vsh
 
 std::string unpacker() { return CONFIG("vorpack"); }
 
-// The file that the unpacker makes of a packed one. An older one is removed first, so that an unpacker that fails never
-// shows an earlier car as loaded.
-std::string unpack(const std::string& packed, std::string_view unpacked_name) {
-    std::string unpacked = WORKDIR + std::string(unpacked_name);
-    ::unlink(unpacked.c_str());
-    run_command(unpacker() + " " + shell_quoted(packed) + " " + shell_quoted(unpacked));
-    return unpacked;
+std::string not_unpacked(const std::string& packed, const std::string& reason) {
+    begin_file(packed);
+    report_file(file_status::not_unpacked, reason);
+    return {};
+}
+
+// Whether nothing is there any more; otherwise errno says why.
+bool removed(const std::string& path) { return ::unlink(path.c_str()) == 0 || errno == ENOENT; }
+
+// Loads what the unpacker makes of a packed file. What lies there from an earlier time is removed first, so that an
+// unpacker that fails never shows an earlier car as loaded.
+std::string load_unpacked(const FileKind& kind, const std::string& packed) {
+    const std::string unpacked = WORKDIR + std::string(kind.unpacked_name);
+    if (!removed(unpacked)) return not_unpacked(packed, unpacked + ": " + std::generic_category().message(errno));
+    const CommandOutcome outcome =
+        run_external_program(unpacker() + " " + shell_quoted(packed) + " " + shell_quoted(unpacked), "the unpacker");
+    if (outcome.ended_by_itself()) return kind.load(unpacked);
+    removed(unpacked); // as far as it had come
+    return not_unpacked(packed, in_words(outcome));
 }
 
 std::string load_kind(const FileKind& kind, const std::string& name) {
     if (kind.unpacked_name.empty()) return kind.load(name);
-    return unpacker().empty() ? std::string() : kind.load(unpack(name, kind.unpacked_name));
+    return unpacker().empty() ? std::string() : load_unpacked(kind, name);
 }
 
 std::string failure_text(const std::string& file) { return FILE_ERROR + ": " + file; }

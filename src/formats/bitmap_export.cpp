@@ -8,11 +8,13 @@
 #include "image/tga.h"
 #include "model/colours.h"
 
+#include <chrono>
 #include <cstdint>
 
 namespace {
 
 constexpr std::uint32_t colour_bits = 0xFFFFFF;
+constexpr std::chrono::seconds converters_time{20};
 
 // --- the picture ----------------------------------------------------------------------------------------------------
 
@@ -64,19 +66,17 @@ private:
     FileContent content_;
 };
 
-constexpr std::chrono::seconds converter_limit{20};
-
 Failure convert(const Image& image, const std::string& path) {
     const std::string converter = CONFIG("imagick");
     if (converter.empty()) return "No image converter is configured";
     const std::string picture = WORKDIR + "temp.tga";
     if (Failure failure = write_targa(image, picture); !failure.empty()) return failure;
     const EarlierFile earlier(path);
-    const CommandOutcome outcome =
-        run_command(converter + " " + shell_quoted(picture) + " " + shell_quoted(path), {}, converter_limit);
+    const CommandOutcome outcome = run_external_program(
+        converter + " " + shell_quoted(picture) + " " + shell_quoted(path), "the image converter", converters_time);
     if (outcome.succeeded() && file_exists(path)) return {};
     earlier.put_back();
-    return "The image converter failed";
+    return outcome.ended_by_itself() ? "The image converter failed" : "The image converter: " + in_words(outcome);
 }
 
 struct PictureKind {

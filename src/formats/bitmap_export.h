@@ -13,6 +13,6 @@ ImageHandle export_image(const BitmapRecord& bitmap, const BitmapRecord* mask);
 
 // Writes the bitmap of this id, with its mask as alpha, as the kind of file that the path's extension names in either
 // case: ".tga", ".bmp", ".png" by itself; ".jpg" and ".jpeg" by the converter that the configuration's "imagick" names,
-// which is run on "temp.tga" in WORKDIR and waited for. Nothing is written for another extension. Whatever fails, a
-// file that was there before stays whole. The file-status record is not touched.
+// which is run on "temp.tga" in WORKDIR and waited for, at most 20 seconds. Nothing is written for another extension.
+// Whatever fails, a file that was there before stays whole. The file-status record is not touched.
 BitmapExchange SAVEBITMAP(const std::string& id, const std::string& path);

@@ -1,5 +1,6 @@
 #include "widgets/strip.h"
 
+#include "base/file_status.h"
 #include "base/reset.h"
 #include "base/text.h"
 #include "widgets/widgets.h"
@@ -57,6 +58,14 @@ void draw_lines(const std::vector<std::string>& lines, bool at_right, std::uint3
     }
 }
 
+// One message for all that was noted since the last time.
+void say_what_could_not_be_read() {
+    const std::vector<std::string> files = take_unreadable_files();
+    if (files.empty()) return;
+    const std::string others = files.size() == 1 ? "" : " (and " + std::to_string(files.size() - 1) + " more)";
+    say("Cannot read " + files.front() + others);
+}
+
 void draw_strip() {
     const ScreenLock one_frame;
     fill_box(screen(), strip_left, strip_top, strip_right, strip_bottom, colour::background);
@@ -78,12 +87,17 @@ void say(const std::string& message) {
     strip.said_at = timer();
 }
 
+void unsay(const std::string& message) {
+    if (strip.words.message == message) strip.words.message.clear();
+}
+
 const std::string& said() { return strip.words.message; }
 
 void set_screen_fact(const std::string& fact) { strip.words.screen_fact = fact; }
 void set_car_fact(const std::string& fact) { strip.words.car_fact = fact; }
 
 void keep_strip() {
+    say_what_could_not_be_read();
     if (const auto end = strip_changes_at(); end && timer() >= *end) strip.words.message.clear();
     set_alarm(strip_changes_at());
     if (strip.words == strip.drawn) return;

@@ -12,6 +12,8 @@ constexpr double message_seconds = 10;
 
 // Shows a message in place of the last one. Bytes are characters of code page 437. An empty one says nothing.
 void say(const std::string& message);
+// Takes this message back, if it is the one that stands there.
+void unsay(const std::string& message);
 // The message that stands there, "" for none.
 const std::string& said();
 
@@ -20,8 +22,8 @@ const std::string& said();
 void set_screen_fact(const std::string& fact);
 void set_car_fact(const std::string& fact);
 
-// Draws the strip if what it shows has changed, or if a message's time is over, and sets the alarm for that. Every loop
-// calls this before it reads.
+// Draws the strip if what it shows has changed, or if a message's time is over, and sets the alarm for that. Files that
+// silent readers noted as unreadable (file_status.h) are a message. Every loop calls this before it reads.
 void keep_strip();
 // The timer() at which the message goes, if one stands there.
 std::optional<double> strip_changes_at();

@@ -64,6 +64,7 @@ struct InputState {
     Key cause = Key::other; // of the same
     bool key_was_read = false;
     std::optional<Taken> taken;
+    int close_requests = 0; // that arrived, also those that found an unread one
     int fruitless = 0;
     std::optional<double> alarm;
 };
@@ -152,6 +153,7 @@ void let_everything_go() {
 bool is_close_request(const Step& step) { return step.key == key::close_window; }
 
 void queue_close_request() {
+    ++input.close_requests;
     if (!std::ranges::any_of(input.queue, is_close_request)) queue_key(key::close_window, {}, Key::other);
 }
 
@@ -322,6 +324,22 @@ bool wait_for_release() {
         }
     }
     return true;
+}
+
+BusyInput::BusyInput() : seen_(input.queue.size()), close_requests_(input.close_requests) {}
+
+bool BusyInput::go_on() {
+    if (!backend()) return true;
+    show_screen();
+    backend()->wait(0);
+    poll_events();
+    const auto first_new = input.queue.begin() + static_cast<std::ptrdiff_t>(std::min(seen_, input.queue.size()));
+    const auto escape =
+        std::find_if(first_new, input.queue.end(), [](const Step& step) { return step.key == key::escape; });
+    const bool escaped = escape != input.queue.end();
+    if (escaped) input.queue.erase(escape);
+    seen_ = input.queue.size();
+    return !escaped && input.close_requests == close_requests_;
 }
 
 double timer() { return backend() ? backend()->seconds() : 0; }

@@ -16,6 +16,7 @@
 #include "drawing/canvas.h"
 #include "window/key_strings.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -98,6 +99,19 @@ constexpr int control = 29, shift_left = 42, shift_right = 54, cursor_left = 75,
 // button is down. False when the window is asked to close while one is; that stays unread behind the keys before it,
 // and the press is spent. Without a backend: false.
 bool wait_for_release();
+
+// The window while the program waits for something that is not done in it, for as long as this lives: go_on() shows
+// what was drawn and takes over what is done meanwhile, which stays unread.
+class BusyInput {
+public:
+    BusyInput();
+    // False once Escape is pressed, which is used up by this, or the window is asked to close, which is not.
+    bool go_on();
+
+private:
+    std::size_t seen_; // steps of the queue that are no business of this one
+    int close_requests_;
+};
 
 // Seconds since an arbitrary start.
 double timer();

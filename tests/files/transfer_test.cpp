@@ -3,10 +3,12 @@
 
 #include "base/config.h"
 #include "base/file_status.h"
+#include "base/shell.h"
 #include "base/text.h"
 #include "formats/parameter_file.h"
 #include "model/items.h"
 #include "model/new_car.h"
+#include "support/child_process.h"
 #include "support/text_file.h"
 
 #include <gmock/gmock.h>
@@ -167,6 +169,55 @@ TEST_F(TransferTest, AnUnpackerThatFailsCrashesOrPrintsNeverShowsAnEarlierCar) {
         transfer(Transfer::save, "temp.res");
         EXPECT_EQ(transfer(Transfer::load, "x.pre").text, "File not found: " + WORKDIR + "temp.res") << command;
     }
+}
+
+TEST_F(TransferTest, AnUnpackerThatIsCancelledLoadsNothing) {
+    configure("vorpack", "unpack");
+    write_text("x.pre", "packed");
+    CARNAME = "There before";
+    use_program_runner([](const std::string&, const std::string& what, std::optional<std::chrono::milliseconds>) {
+        EXPECT_EQ(what, "the unpacker");
+        SAVERES("temp.res"); // as far as it had come
+        return CommandOutcome{CommandEnd::cancelled, 0};
+    });
+    CARNAME = "Changed meanwhile";
+    const TransferReport report = transfer(Transfer::load, "x.pre");
+    use_program_runner(nullptr);
+    EXPECT_EQ(report.text, "Not unpacked: x.pre");
+    EXPECT_TRUE(report.failed);
+    EXPECT_EQ(report.reason, "cancelled");
+    EXPECT_EQ(FILE_ERNUM, file_status::not_unpacked);
+    EXPECT_EQ(CARNAME, "Changed meanwhile");
+    EXPECT_FALSE(std::filesystem::exists("temp.res"));
+}
+
+TEST_F(TransferTest, WhatCannotBeRemovedFromTheUnpackersPlaceIsNeverLoaded) {
+    configure("vorpack", "touch ran; true");
+    write_text("x.pre", "packed");
+    std::filesystem::create_directory("temp.res");
+    const TransferReport report = transfer(Transfer::load, "x.pre");
+    EXPECT_EQ(report.text, "Not unpacked: x.pre");
+    EXPECT_EQ(report.reason, WORKDIR + "temp.res: Is a directory");
+    EXPECT_FALSE(std::filesystem::exists("ran"));
+}
+
+TEST_F(TransferTest, AnOlderTemporaryFileInAFolderThatMayNotBeWrittenIsNotLoaded) {
+    configure("vorpack", "true");
+    std::filesystem::create_directory("work");
+    WORKDIR = directory / "work/";
+    CARNAME = "Older";
+    SAVERES(WORKDIR + "temp.res");
+    CARNAME = "There before";
+    write_text("x.pre", "packed");
+    std::filesystem::permissions("work", static_cast<std::filesystem::perms>(0555));
+    std::filesystem::permissions(directory.path(), std::filesystem::perms::all);
+    EXPECT_EQ(run_as_ordinary_user([] {
+                  const TransferReport report = transfer(Transfer::load, "x.pre");
+                  const bool told = report.failed && report.reason.ends_with("temp.res: Permission denied");
+                  return told && CARNAME == "There before" ? 0 : 1;
+              }),
+              0);
+    std::filesystem::permissions("work", std::filesystem::perms::owner_all);
 }
 
 TEST_F(TransferTest, AFileNameRunsNothingInTheShell) {

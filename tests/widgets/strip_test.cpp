@@ -1,5 +1,6 @@
 #include "widgets/strip.h"
 
+#include "base/file_status.h"
 #include "support/play.h"
 #include "widgets/widgets.h"
 
@@ -47,6 +48,25 @@ TEST_F(StripTest, ShowsAMessageAtItsLeftInOneFrameOfItsOwn) {
     EXPECT_GE(window.last_changed().y1, strip_top);
     EXPECT_GE(window.last_changed().x1, strip_left);
     EXPECT_TRUE(screen_shows(208, 616, "Nothing to save", colour::title));
+}
+
+TEST_F(StripTest, SaysWhatCouldNotBeRead) {
+    note_unreadable_file("vortag.col", "Input/output error");
+    keep_strip();
+    EXPECT_EQ(said(), "Cannot read vortag.col: Input/output error");
+    note_unreadable_file("a", "b");
+    note_unreadable_file("c", "d");
+    keep_strip();
+    EXPECT_EQ(said(), "Cannot read a: b (and 1 more)");
+}
+
+TEST_F(StripTest, AMessageThatIsTakenBackGoesUnlessAnotherStandsThere) {
+    say("waiting");
+    unsay("waiting");
+    EXPECT_EQ(said(), "");
+    say("done");
+    unsay("waiting");
+    EXPECT_EQ(said(), "done");
 }
 
 TEST_F(StripTest, TheNextMessageTakesThePlaceOfTheLast) {
