@@ -1,14 +1,9 @@
 // The Dash manager: the cockpit as the game shows it, its bitmaps in and out, and the cockpit data of the parameters.
 #pragma once
 
-#include "dash/cockpit.h"
-#include "dash/view.h"
-#include "model/arcs.h"
-#include "widgets/screen_loop.h"
+#include "dash/dash_state.h"
 
 #include <cstdint>
-#include <optional>
-#include <span>
 #include <vector>
 
 // The mode that the screen is in, kept between visits.
@@ -17,42 +12,7 @@ namespace dash_mode {
 constexpr std::uint8_t driving = 0, images = 1, wheel = 2, speedometer = 3, tachometer = 4, gear_box = 5, count = 6;
 }
 
-// What is worked on of a list of points, and the arc along which they can be laid.
-struct PointEdit {
-    int selected = 0;
-    Arc arc;
-};
-
-// A bitmap that the mouse moves, by the point at which it was taken.
-struct Drag {
-    int bitmap;
-    CockpitPoint grabbed; // from the bitmap's left top corner
-};
-
-constexpr int tabs = -1; // in place of a gear: the gate
-
-struct DashScreen : ScreenState {
-    bool redraw = true;
-    int zoom = small_zoom;
-    int item = 1;      // of DASHITEM
-    int gear = 1;      // 1 .. most_gears, or tabs
-    bool arcs = false; // keys act on the arc, not on the selected point
-    PointEdit wheel{0, arc_of_wheel()}, speed{0, arc_of(speedometer)}, revolutions{0, arc_of(tachometer)};
-    int spokes = last_marker;
-    Steering steering = Steering::straight;
-    std::optional<Drag> drag{};
-
-    CockpitView view() const { return view_at(zoom); }
-};
-
-// A mode: what it shows and what acts in it. Null where it has none of that.
-struct DashMode {
-    const char* view_title;
-    void (*draw_view)(const DashScreen&); // the cockpit and the marks on it, cut at the view
-    void (*draw_panel)(const DashScreen&);
-    void (*on_mouse)(DashScreen&, CockpitPoint); // the left button is down, the pointer in the view
-    std::span<const KeyBinding<DashScreen>> keys;
-};
+// The mode of a number, which is taken modulo their count.
 const DashMode& mode_of(std::uint8_t number);
 
 extern const Screen<DashScreen> dash_screen;

@@ -2,7 +2,7 @@
 // gauges share.
 #pragma once
 
-#include "dash/dash_screen.h"
+#include "dash/dash_state.h"
 
 // A list, and what its keys may do with it.
 struct PointList {
