@@ -22,15 +22,64 @@ constexpr double q = 0.25; // wheels change their size by a quarter of the snap
 // ODDITY wheel-right-quarter (kept): in the side view Right moves the wheels by a quarter of the snap, Left by all of
 // it. Habits and recorded steps rely on it.
 constexpr ArrowRow rows[] = {
-    // key       views          car         wheels      width, radii   collision box
-    {key::right, {top, front}, {1, 0, 0}, {1, 0, 0}, {q, 0, 0}, {half_width, 1, widest}},
-    {key::right, {side}, {0, 1, 0}, {0, q, 0}, {0, 0, q}, {half_length, 1, longest}},
-    {key::left, {top, front}, {-1, 0, 0}, {-1, 0, 0}, {-q, 0, 0}, {half_width, -1, least}},
-    {key::left, {side}, {0, -1, 0}, {0, -1, 0}, {0, 0, -q}, {half_length, -1, least}},
-    {key::up, {top}, {0, 1, 0}, {0, 1, 0}, {0, q, q}, {half_length, 1, longest}},
-    {key::up, {front, side}, {0, 0, 1}, {0, 0, 1}, {0, q, 0}, {height, 1, highest}},
-    {key::down, {top}, {0, -1, 0}, {0, -1, 0}, {0, -q, -q}, {half_length, -1, least}},
-    {key::down, {front, side}, {0, 0, -1}, {0, 0, -1}, {0, -q, 0}, {height, -1, least}},
+    // key, views; car, wheels, wheels' width and radii; collision box
+    {key::right,
+     {top, front},
+     {1, 0, 0},
+     {1, 0, 0},
+     {q, 0, 0},
+     {half_width, 1, widest},
+     "Car: x grows; Wheels: track wider; Resize W.: wider; Collision: wider, up to 50"},
+    {key::right,
+     {side},
+     {0, 1, 0},
+     {0, q, 0},
+     {0, 0, q},
+     {half_length, 1, longest},
+     "Car: y grows; Wheels: wheelbase longer by a quarter of the snap; Resize W.: larger rims; "
+     "Collision: longer, up to 80"},
+    {key::left,
+     {top, front},
+     {-1, 0, 0},
+     {-1, 0, 0},
+     {-q, 0, 0},
+     {half_width, -1, least},
+     "Car: x falls; Wheels: track narrower; Resize W.: narrower; Collision: narrower, down to 1"},
+    {key::left,
+     {side},
+     {0, -1, 0},
+     {0, -1, 0},
+     {0, 0, -q},
+     {half_length, -1, least},
+     "Car: y falls; Wheels: wheelbase shorter; Resize W.: smaller rims; Collision: shorter, down to 1"},
+    {key::up,
+     {top},
+     {0, 1, 0},
+     {0, 1, 0},
+     {0, q, q},
+     {half_length, 1, longest},
+     "Car: y grows; Wheels: wheelbase longer; Resize W.: larger tyres and rims; Collision: longer, up to 80"},
+    {key::up,
+     {front, side},
+     {0, 0, 1},
+     {0, 0, 1},
+     {0, q, 0},
+     {height, 1, highest},
+     "Car, Wheels: upwards; Resize W.: larger tyres; Collision: higher, up to 40"},
+    {key::down,
+     {top},
+     {0, -1, 0},
+     {0, -1, 0},
+     {0, -q, -q},
+     {half_length, -1, least},
+     "Car: y falls; Wheels: wheelbase shorter; Resize W.: smaller tyres and rims; Collision: shorter, down to 1"},
+    {key::down,
+     {front, side},
+     {0, 0, -1},
+     {0, 0, -1},
+     {0, -q, 0},
+     {height, -1, least},
+     "Car, Wheels: downwards; Resize W.: smaller tyres; Collision: lower, down to 1"},
 };
 
 void step_word(const CollisionStep& step) {
@@ -46,6 +95,18 @@ void apply(void (*change)(double, double, double), const SnapVector& parts, doub
 } // namespace
 
 std::span<const ArrowRow> arrow_rows() { return rows; }
+
+KeyHelpTable arrow_key_help() {
+    constexpr std::array<const char*, 4> names{"", "Top", "Front", "Side"};
+    KeyHelpTable help{"The cursor keys, by view and move mode:", {}};
+    for (const ArrowRow& row : rows) {
+        std::string keys = names_of({row.key}) + " over " + names[static_cast<std::size_t>(row.views[0])];
+        if (row.views[1] != 0) keys += std::string(", ") + names[static_cast<std::size_t>(row.views[1])];
+        help.rows.push_back({keys, row.words});
+    }
+    help.rows.push_back({"cursor keys over the 3D view, or over none", "turn the model in the 3D view"});
+    return help;
+}
 
 const ArrowRow* arrow_row(std::string_view typed, int view) {
     if (view == 0) return nullptr;

@@ -1,6 +1,8 @@
 // What the arrow keys move or resize, by the view under the pointer and the move mode: eight constant rows.
 #pragma once
 
+#include "widgets/key_table.h"
+
 #include <array>
 #include <cstdint>
 #include <span>
@@ -25,8 +27,10 @@ struct ArrowRow {
     std::array<int, 2> views{}; // 1 top, 2 front, 3 side; 0 where there is only one
     SnapVector car{}, wheels{}, wheel_size{};
     CollisionStep collision;
+    const char* words = ""; // what it does in each mode, for a person
 };
 std::span<const ArrowRow> arrow_rows();
+KeyHelpTable arrow_key_help();
 
 // The row of an arrow key in a wireframe view; null for the 3D view, no view, and other keys.
 const ArrowRow* arrow_row(std::string_view typed, int view);

@@ -214,9 +214,9 @@ void dump_materials(EditorScreen&) {
 }
 
 constexpr KeyBinding<EditorScreen> keys[] = {
-    {{}, "choose it", nullptr, "pointer in a view"},
-    {{}, "zooms it, 1 to 10,000", nullptr, "wheel over a view"},
-    {{key::left, key::right, key::up, key::down}, "move, by view and move mode (below)", arrow, "cursor keys"},
+    {{}, "chooses the view that the cursor keys act in", nullptr, "pointer in a view"},
+    {{}, "zooms it, 1 to 10,000 pixels a model unit", nullptr, "wheel over a view"},
+    {{key::left, key::right, key::up, key::down}, "move, resize and turn, see below", arrow, "cursor keys"},
     {{key::tab}, "next move mode; with Ctrl the previous one", next_mode},
     {{"*"}, "doubles the move snap, up to 1.6", double_snap},
     {{"/"}, "halves the move snap, down to 0.00625", halve_snap},
@@ -256,4 +256,6 @@ void EDIT3D() {
     run_screen(state, editor_screen);
 }
 
-std::vector<KeyHelpTable> editor_screen_keys() { return {key_help("", keys), paint_job_panel_keys()}; }
+std::vector<KeyHelpTable> editor_screen_keys() {
+    return {key_help("", keys), arrow_key_help(), paint_job_panel_keys()};
+}

@@ -20,7 +20,7 @@ std::map<std::string, std::string> tables_of_readme() {
         const bool table_head = line == "|---|---|" || line.starts_with("| key ");
         if (line.starts_with("### "))
             tables[screen = line.substr(4)];
-        else if (!screen.empty() && !table_head && (line.starts_with("|") || line.ends_with("edited:")))
+        else if (!screen.empty() && !table_head && (line.starts_with("|") || line.ends_with(":")))
             tables[screen] += line + "\n";
     }
     return tables;

@@ -511,5 +511,6 @@ TEST_F(EditorTest, EveryKeyIsToldInWords) {
         EXPECT_NE(row.words, std::string());
         EXPECT_TRUE(row.action || row.label);
     }
-    EXPECT_EQ(editor_screen_keys().size(), 2U);
+    EXPECT_EQ(editor_screen_keys().size(), 3U);
+    EXPECT_EQ(arrow_key_help().rows.size(), arrow_rows().size() + 1);
 }
