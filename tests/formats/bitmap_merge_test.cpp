@@ -3,6 +3,7 @@
 #include "model/preview.h"
 #include "support/clean_car.h"
 
+#include "model/colours.h"
 #include "model/items.h"
 #include "support/bitmaps.h"
 

@@ -1,5 +1,7 @@
 #include "formats/material_file.h"
 
+#include "base/config.h"
+
 #include "support/clean_car.h"
 
 #include <gmock/gmock.h>

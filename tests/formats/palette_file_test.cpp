@@ -1,5 +1,8 @@
 #include "formats/palette_file.h"
 
+#include "base/config.h"
+#include "model/colours.h"
+
 #include "support/clean_car.h"
 
 namespace {
