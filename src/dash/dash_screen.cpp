@@ -118,10 +118,10 @@ void DASHMANAGER() {
 std::vector<KeyHelpTable> dash_screen_keys() {
     return {
         key_help("", keys),
-        key_help("Driving test", driving_mode.keys),
-        key_help("Images", images_mode.keys),
-        key_help("Steering wheel", wheel_mode.keys),
-        key_help("Speedometer and tachometer", speedometer_mode.keys),
-        key_help("Gear box", gear_box_mode.keys),
+        key_help("In the driving test:", driving_mode.keys),
+        key_help("Among the images:", images_mode.keys),
+        key_help("At the steering wheel:", wheel_mode.keys),
+        key_help("At speedometer and tachometer:", speedometer_mode.keys),
+        key_help("At the gear box:", gear_box_mode.keys),
     };
 }

@@ -122,7 +122,7 @@ constexpr KeyBinding<DashScreen> keys[] = {
     {{key::right}, "moves it one pixel right", move_knob<1, 0>},
     {{key::up}, "moves it one pixel up", move_knob<0, -1>},
     {{key::down}, "moves it one pixel down", move_knob<0, 1>},
-    {{"+", "="}, "one gear more, 6 at most", more_gears},
+    {{"+", "="}, "one gear more, 6 at most", more_gears, "+ or ="},
     {{"-"}, "one gear less", fewer_gears},
 };
 

@@ -103,10 +103,10 @@ constexpr KeyBinding<DashScreen> keys[] = {
     {{key::up}, "moves it one pixel up", move_point_by_key<markers, 0, -1>},
     {{key::down}, "moves it one pixel down", move_point_by_key<markers, 0, 1>},
     {{key::enter}, "lays all markers along the arc", act_by_key<markers, lay_points>},
-    {{"+", "="}, "one spoke more, 30 at most", step_spokes<1>},
+    {{"+", "="}, "one spoke more, 30 at most", step_spokes<1>, "+ or ="},
     {{"-"}, "one spoke less", step_spokes<-1>},
-    {{">", "."}, "of the arc, narrower", act_by_key<markers, widen_arc>},
-    {{"<", ","}, "of the arc, flatter", act_by_key<markers, narrow_arc>},
+    {{">", "."}, "of the arc, narrower", act_by_key<markers, widen_arc>, "> or ."},
+    {{"<", ","}, "of the arc, flatter", act_by_key<markers, narrow_arc>, "< or comma"},
 };
 
 } // namespace

@@ -266,6 +266,7 @@ TEST_P(GaugeTest, PlusAndMinusOnTheArcTurnTheAngleThatIsBehind) {
     EXPECT_EQ(point_count(gauge()), 3);
 }
 
+// ODDITY angles-of-five-decimals
 TEST_P(GaugeTest, AnglesWrapAtAWholeTurn) {
     key(" ");
     arc() = {.centre = {}, .start = 6.27, .end = 6.28, .direction = 1};
