@@ -202,26 +202,21 @@ void check_kept(const ProjectFile& project) {
     check_masks_end();
 }
 
+// Bytes are compared, not tables: most of a table lies past its count, and a run compares many.
 void check_same_content(const ProjectFile& a, ProjectFile b) {
-    expect(a.name == b.name && a.sign_name == b.sign_name && a.information == b.information, "the same texts");
-    expect(a.par == b.par && a.paint_jobs == b.paint_jobs, "the same parameters");
-    expect(a.models == b.models, "the same models");
+    expect(a.paint_jobs == b.paint_jobs, "as many paint jobs");
     expect(a.bitmaps.size() == b.bitmaps.size(), "as many bitmaps");
-    for (std::size_t i = 0; i < a.bitmaps.size(); ++i) {
-        // A circle of masks was cut.
-        if (a.bitmaps[i].has_mask == 0) b.bitmaps[i].has_mask = 0;
-        expect(a.bitmaps[i] == b.bitmaps[i], "the same bitmaps");
-    }
+    for (std::size_t i = 0; i < a.bitmaps.size(); ++i)
+        if (a.bitmaps[i].has_mask == 0) b.bitmaps[i].has_mask = 0; // a circle of masks was cut
+    expect(encode_project_file(a) == encode_project_file(b), "the same car");
 }
 
 void check_round_trip(const ProjectFile& project) {
-    ProjectFile again = project;
-    again.cut = false;
-    decode_project_file(encode_project_file(project), again);
+    const Bytes written = encode_project_file(project);
+    ProjectFile again;
+    decode_project_file(written, again);
     expect(!again.cut, "what was written has room");
-    again.cut = project.cut;
-    again.paint_jobs = std::max(again.paint_jobs, project.paint_jobs); // written as at most seventeen
-    expect(again == project, "what was read is written and read as the same");
+    expect(encode_project_file(again) == written, "what was read is written and read as the same");
 }
 
 } // namespace
