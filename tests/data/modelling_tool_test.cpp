@@ -5,7 +5,6 @@
 #include "model/car.h"
 #include "model/items.h"
 #include "model/shape_parts.h"
-#include "support/fresh_tables.h"
 #include "support/models.h"
 #include "support/text_file.h"
 
@@ -88,7 +87,6 @@ protected:
 
     void SetUp() override {
         if (!has_tool()) GTEST_SKIP() << "NOT TESTED: assimp is not installed";
-        reset_car_tables();
         INITDASHITEMS();
     }
 

@@ -1,5 +1,6 @@
 // The sample cars through a project file and through OBJ: what comes back is the same car.
 #include "base/file_status.h"
+#include "base/reset.h"
 #include "files/transfer.h"
 #include "formats/bitmap_file.h"
 #include "formats/obj_file.h"
@@ -9,7 +10,6 @@
 #include "model/dimensions.h"
 #include "model/items.h"
 #include "model/shape_parts.h"
-#include "support/fresh_tables.h"
 #include "support/text_file.h"
 
 #include <gtest/gtest.h>
@@ -23,14 +23,12 @@ protected:
     CurrentDirectory inside{directory.path()};
 
     void SetUp() override {
-        reset_car_tables();
         INITDASHITEMS();
         LOADVSH(KAROSMIT_DATA_DIR "default.vsh"); // as at start-up: it settles the order of the bitmaps
         for (const std::string& file : files())
             std::filesystem::copy_file(garage + file, file);
         ASSERT_EQ(transfer(Transfer::load, GetParam()).first_failure, "");
     }
-    void TearDown() override { reset_car_tables(); }
 
     static std::vector<std::string> files() {
         const std::string id = GetParam();
@@ -76,7 +74,7 @@ TEST_P(SampleExchange, ThroughAProjectTheFourFilesStayTheSame) {
     ASSERT_EQ(FILE_ERNUM, file_status::success);
     for (const std::string& file : files())
         std::filesystem::remove(file);
-    reset_car_tables();
+    reset_program();
     INITDASHITEMS();
 
     LOADCAR("whole.car");

@@ -1,4 +1,5 @@
 // LOADCAR and SAVECAR: between the file and the car's tables.
+#include "base/reset.h"
 #include "formats/projects.h"
 #include "model/bitmap_table.h"
 #include "model/car.h"
@@ -36,7 +37,7 @@ TEST_F(ProjectTables, SavesAndLoadsTheSameCar) {
     EXPECT_SUCCESS();
     EXPECT_EQ(get_file(directory / "file.car"), encode_project_file(project));
 
-    reset_car_tables();
+    reset_program();
     FILE_ERROR = "an earlier failure";
     LOADCAR(directory / "file.car");
     EXPECT_EQ(FILE_FILE, directory / "file.car");
