@@ -9,19 +9,27 @@
 
 namespace {
 
-// The chapter "Keys" of the README, as text in the form in which a screen's tables are written below.
+// What the chapter "Keys" of the README says of each screen, in the form in which the screen's tables are written
+// below: its key tables, each with the line before it when that ends in a colon. Other tables and texts are its own
+// affair.
 std::map<std::string, std::string> tables_of_readme() {
     std::istringstream lines(read_text(KAROSMIT_SOURCE_DIR "README.md"));
     std::map<std::string, std::string> tables;
-    std::string line, screen;
+    std::string line, screen, heading;
+    bool in_key_table = false;
     while (std::getline(lines, line) && line != "## Keys") {
     }
     while (std::getline(lines, line) && !line.starts_with("## ")) {
-        const bool table_head = line == "|---|---|" || line.starts_with("| key ");
-        if (line.starts_with("### "))
-            tables[screen = line.substr(4)];
-        else if (!screen.empty() && !table_head && (line.starts_with("|") || line.ends_with(":")))
+        if (line.starts_with("### ")) tables[screen = line.substr(4)];
+        if (line.starts_with("| key ")) {
+            in_key_table = true;
+            tables[screen] += heading;
+        } else if (!line.starts_with("|")) {
+            in_key_table = false;
+            if (!line.empty()) heading = line.ends_with(":") ? line + "\n" : "";
+        } else if (in_key_table && line != "|---|---|") {
             tables[screen] += line + "\n";
+        }
     }
     return tables;
 }

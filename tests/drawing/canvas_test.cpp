@@ -83,11 +83,11 @@ TEST(DamageListTest, IsNeverLongAndCoversEverything) {
 TEST(DamageListTest, PastItsLengthItJoinsWhatCostsLeast) {
     std::vector<Rectangle> added;
     for (int i = 0; i < 8; ++i)
-        added.push_back({0, i * 100, 9, i * 100 + 9});
-    added.push_back({40, 700, 49, 709}); // beside the last one
+        added.push_back({0, i * 300, 9, i * 300 + 9});
+    added.push_back({140, 2100, 149, 2109}); // beside the last one
     const std::vector<Rectangle> list = listed(added);
     EXPECT_THAT(list, SizeIs(8));
-    EXPECT_EQ(area(list), 7 * 100 + 500);
+    EXPECT_EQ(area(list), 7 * 100 + 1500);
 }
 
 TEST(CanvasTest, TellsTheRectanglesThatFiguresHaveSet) {
