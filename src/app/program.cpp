@@ -6,9 +6,7 @@
 #include "base/shell.h"
 #include "base/version.h"
 #include "editor3d/views.h"
-#include "formats/bitmap_file.h"
-#include "formats/material_file.h"
-#include "formats/palette_file.h"
+#include "formats/data_files.h"
 #include "image/tga.h"
 #include "model/document.h"
 #include "model/items.h"
@@ -40,10 +38,7 @@ void fill_tables() {
 }
 
 void read_data_files(const std::string& invocation_path) {
-    LOADCONFIG(invocation_path);
-    LOADMATERIALS();
-    LOADPALETTE();
-    LOADVSH(PROGDIR + "default.vsh");
+    load_data_files(invocation_path);
     seed_random(timer());
     MENUIMG = TARGALOAD(PROGDIR + "images.tga");
 }

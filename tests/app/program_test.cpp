@@ -110,6 +110,26 @@ TEST_F(Program, WithoutAWindowItDoesNotStartAndSaysWhyInOneLine) {
     EXPECT_EQ(error.find('\n'), std::string::npos);
 }
 
+TEST_F(Program, WithoutAWindowNothingIsFilledOrRead) {
+    window.refuse_to_open = true;
+    std::string error;
+    EXPECT_FALSE(start_up(built_program, error));
+    EXPECT_EQ(CARNAME, "");
+    EXPECT_EQ(PROGDIR, "");
+}
+
+TEST_F(Program, TablesAndDataNeedNoWindow) {
+    use_backend(nullptr);
+    fill_tables();
+    EXPECT_EQ(CARNAME, "New car");
+    EXPECT_EQ(DASHITEM[1].id, "dash");
+    EXPECT_EQ(BITMAPS, 0);
+    read_data_files(built_program);
+    EXPECT_GT(BITMAPS, 20);
+    EXPECT_EQ(PAL[15], 0xFFFFFFFFu);
+    EXPECT_NE(MENUIMG, nullptr);
+}
+
 TEST_F(Program, EveryScreenIsReachedByItsMenuCellAndEndsByEscapeAndTheCloseRequest) {
     const char* titles[] = {"= FILES =", "= 3D EDITOR =", "= DASH MANAGER =", "= PHYSICAL PARAMETERS ="};
     for (const ScriptStep& ending : {key_press(Key::escape), close_window()}) {
