@@ -12,8 +12,8 @@ struct SpokeCentre {
     std::uint16_t x = 0, y = 0;
 };
 
-// ODDITY angles-of-five-decimals (kept): the Dash manager has pi to five decimals. Stored cars depend on the points that
-// come of it.
+// ODDITY angles-of-five-decimals (kept): the Dash manager has pi to five decimals. Stored cars depend on the points
+// that come of it.
 namespace spoke_angle {
 constexpr double quarter_turn = 1.570795, half_turn = 3.14159, whole_turn = 6.28318;
 }
