@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-"""Checks the rules of the house that no compiler knows: the floors of the includes, the kept oddities, the headers, and
-that no file names a folder of the machine it was written on. Prints one line a finding; exit status 1 when there is one."""
+"""Checks the rules of the house that no compiler knows: the floors of the includes, a line for every file in the
+architecture, the kept oddities, the headers, and that no file names a folder of the machine it was written on. Prints
+one line a finding; exit status 1 when there is one."""
 
 import collections
 import pathlib
@@ -108,6 +109,25 @@ def check_floors(files):
             find(f"{file}:{number}", f"{folder} may not include {used_folder}")
 
 
+ARCHITECTURE = "docs/architecture.md"
+
+
+def check_architecture(files):
+    """Every file of the house has its line, under its folder, and no line is left of one that went."""
+    lines, named, folder = set(), set(), None
+    for line in read(ARCHITECTURE).split("\n## A screen", 1)[0].splitlines():
+        if heading := re.match(r"`([a-z0-9]+)/`:", line):
+            folder = heading[1]
+        elif folder:
+            lines.update(f"{folder}/{name}" for name in re.findall(r"^- `([a-z0-9_]+)`", line))
+            named.update(f"{folder}/{name}" for name in re.findall(r"`([a-z0-9_]+)`", line))
+    there = {stem(f.removeprefix("src/")) for f in sources(files, "src") if f.count("/") > 1}
+    for file in sorted(there - named):
+        find(ARCHITECTURE, f"src/{file} has no line")
+    for file in sorted(lines - there):
+        find(ARCHITECTURE, f"src/{file} is not there")
+
+
 # --- oddities -------------------------------------------------------------------------------------------------------
 
 ODDITIES = "docs/kept-oddities.md"
@@ -169,6 +189,7 @@ def check_words(files):
 def main():
     files = all_files()
     check_floors(files)
+    check_architecture(files)
     check_oddities(files)
     check_headers(files)
     check_words(files)
