@@ -3,62 +3,41 @@
 
 #include "model/body.h"
 #include "model/wheels.h"
-
-#include <functional>
+#include "support/arrow_table.h"
 
 namespace {
 
-enum class Box { width = 200, height = 202, length = 204 };
+constexpr double snap = 0.1;
 
-// What a key does in a view, as the table of the keys says it, for a snap of 0.1.
-struct Expected {
-    Key key;
-    int view;
-    std::array<double, 3> car, wheels, size;
-    Box word;
-    int step;
-};
-
-constexpr double s = 0.1, q = s / 4;
-constexpr Expected table[] = {
-    {Key::right, top_view, {s, 0, 0}, {s, 0, 0}, {q, 0, 0}, Box::width, 1},
-    {Key::right, front_view, {s, 0, 0}, {s, 0, 0}, {q, 0, 0}, Box::width, 1},
-    {Key::right, side_view, {0, s, 0}, {0, q, 0}, {0, 0, q}, Box::length, 1}, // ODDITY wheel-right-quarter
-    {Key::left, top_view, {-s, 0, 0}, {-s, 0, 0}, {-q, 0, 0}, Box::width, -1},
-    {Key::left, front_view, {-s, 0, 0}, {-s, 0, 0}, {-q, 0, 0}, Box::width, -1},
-    {Key::left, side_view, {0, -s, 0}, {0, -s, 0}, {0, 0, -q}, Box::length, -1},
-    {Key::up, top_view, {0, s, 0}, {0, s, 0}, {0, q, q}, Box::length, 1},
-    {Key::up, front_view, {0, 0, s}, {0, 0, s}, {0, q, 0}, Box::height, 1},
-    {Key::up, side_view, {0, 0, s}, {0, 0, s}, {0, q, 0}, Box::height, 1},
-    {Key::down, top_view, {0, -s, 0}, {0, -s, 0}, {0, -q, -q}, Box::length, -1},
-    {Key::down, front_view, {0, 0, -s}, {0, 0, -s}, {0, -q, 0}, Box::height, -1},
-    {Key::down, side_view, {0, 0, -s}, {0, 0, -s}, {0, -q, 0}, Box::height, -1},
-};
-
-int bound(Box word, int step) {
-    if (step < 0) return 1;
-    return word == Box::width ? 50 : word == Box::height ? 40 : 80;
+ScriptStep press_of(Arrow arrow) {
+    switch (arrow) {
+    case Arrow::right: return key_press(Key::right);
+    case Arrow::left: return key_press(Key::left);
+    case Arrow::up: return key_press(Key::up);
+    case Arrow::down: break;
+    }
+    return key_press(Key::down);
 }
 
 class ArrowKeys : public EditorTest {
 protected:
     // Plays the key over the view, in this mode and slot 1, and gives the car as it was before.
-    CarDocument press_arrow(const Expected& row, int mode) {
+    CarDocument press_arrow(const ArrowEffect& row, int mode) {
         const CarDocument before = DOCUMENT;
         std::vector<ScriptStep> steps{over(row.view), typed("2")};
         for (int i = 0; i < mode; ++i)
             steps.push_back(key_press(Key::tab));
-        steps.push_back(key_press(row.key));
+        steps.push_back(press_of(row.key));
         play_editor(std::move(steps));
         return before;
     }
-    void expect_model(const Expected& row, int mode, void (*change)(SHAPEMODEL&, double, double, double),
+    void expect_model(const ArrowEffect& row, int mode, void (*change)(SHAPEMODEL&, double, double, double),
                       const std::array<double, 3>& by) {
         CarDocument expected = press_arrow(row, mode);
-        change(expected.models[1].edit(), by[0], by[1], by[2]);
+        change(expected.models[1].edit(), by[0] * snap, by[1] * snap, by[2] * snap);
         EXPECT_TRUE(DOCUMENT == expected) << "view " << row.view << " key " << static_cast<int>(row.key);
     }
-    int pressed_from(const Expected& row, int value) {
+    int pressed_from(const ArrowEffect& row, int value) {
         set_par_word(static_cast<int>(row.word), static_cast<std::uint16_t>(value));
         CarDocument expected = press_arrow(row, 3);
         const int after = par_word(static_cast<int>(row.word));
@@ -71,23 +50,23 @@ protected:
 } // namespace
 
 TEST_F(ArrowKeys, MoveTheCar) {
-    for (const Expected& row : table)
+    for (const ArrowEffect& row : arrow_table)
         expect_model(row, 0, move_body, row.car);
 }
 
 TEST_F(ArrowKeys, MoveTheWheels) {
-    for (const Expected& row : table)
+    for (const ArrowEffect& row : arrow_table)
         expect_model(row, 1, move_wheels, row.wheels);
 }
 
 TEST_F(ArrowKeys, ResizeTheWheels) {
-    for (const Expected& row : table)
+    for (const ArrowEffect& row : arrow_table)
         expect_model(row, 2, resize_wheels, row.size);
 }
 
 TEST_F(ArrowKeys, ChangeTheCollisionBoxUpToItsBounds) {
-    for (const Expected& row : table) {
-        const int last = bound(row.word, row.step);
+    for (const ArrowEffect& row : arrow_table) {
+        const int last = arrow_bound(row.word, row.step);
         EXPECT_EQ(pressed_from(row, 20), 20 + row.step);
         EXPECT_EQ(pressed_from(row, last - row.step), last);
         EXPECT_EQ(pressed_from(row, last), last);
@@ -95,8 +74,8 @@ TEST_F(ArrowKeys, ChangeTheCollisionBoxUpToItsBounds) {
 }
 
 TEST_F(ArrowKeys, CollisionWordsBeyondTheBoundsStay) {
-    for (const Expected& row : table) {
-        const int beyond = row.step < 0 ? 0 : bound(row.word, 1) + 9;
+    for (const ArrowEffect& row : arrow_table) {
+        const int beyond = row.step < 0 ? 0 : arrow_bound(row.word, 1) + 9;
         EXPECT_EQ(pressed_from(row, beyond), beyond);
         EXPECT_EQ(pressed_from(row, row.step < 0 ? 60000 : 0), row.step < 0 ? 59999 : 1);
     }
@@ -116,12 +95,12 @@ TEST_F(ArrowKeys, FollowTheSnap) {
 }
 
 TEST_F(ArrowKeys, RedrawAllViews) {
-    for (const Expected& row : table)
+    for (const ArrowEffect& row : arrow_table)
         for (int mode = 0; mode < 4; ++mode) {
             std::vector<ScriptStep> before{over(row.view)};
             for (int i = 0; i < mode; ++i)
                 before.push_back(key_press(Key::tab));
-            EXPECT_EQ(redrawn_by(before, key_press(row.key)), (std::set<int>{1, 2, 3, 4}));
+            EXPECT_EQ(redrawn_by(before, press_of(row.key)), (std::set<int>{1, 2, 3, 4}));
         }
 }
 
