@@ -25,6 +25,8 @@ public:
         if (!wait_until([&] { return frame_is_shown(window_); })) throw std::runtime_error("no frame of " + path);
     }
     const StartedProgram& process() const { return program_; }
+    StartedProgram& process() { return program_; }
+    RealWindow& window() { return window_; }
 
 private:
     StartedProgram program_;
@@ -52,12 +54,14 @@ public:
     Ground(const Ground&) = delete;
     Ground& operator=(const Ground&) = delete;
 
-    std::unique_ptr<ShownProgram> show_editor() const {
-        return std::make_unique<ShownProgram>(KAROSMIT_PROGRAM, "karosmit", display_, folder_, shows_files_screen);
+    const VirtualDisplay& display() const { return display_; }
+    std::unique_ptr<ShownProgram> show(const std::string& path, const std::string& window_class,
+                                       bool (*frame_is_shown)(const RealWindow&)) const {
+        return std::make_unique<ShownProgram>(path, window_class, display_, folder_, frame_is_shown);
     }
+    std::unique_ptr<ShownProgram> show_editor() const { return show(KAROSMIT_PROGRAM, "karosmit", shows_files_screen); }
     std::unique_ptr<ShownProgram> show_minimal_program() const {
-        return std::make_unique<ShownProgram>(MINIMAL_PROGRAM, "minimal_sdl_program", display_, folder_,
-                                              shows_background);
+        return show(MINIMAL_PROGRAM, "minimal_sdl_program", shows_background);
     }
 
 private:

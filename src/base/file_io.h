@@ -51,14 +51,16 @@ enum class SaveOutcome {
 };
 
 // Writes a file so that the name stands, at every moment, for the whole old content or the whole new one: the bytes go
-// to an unnamed file in the same directory, are flushed, and take the name over in one step. The mode of an old file is
-// kept where the file system knows modes, a symbolic link is followed and stays a link. Anything but `saved` leaves
-// what was there untouched. A file system without unnamed files gets a named one, ".karosmit-save-" with the number of
-// the process and of the call; a program that is killed in between may leave it behind.
-SaveOutcome save_file(const std::string& path, std::span<const std::byte> content);
+// to an unnamed file in the same directory, are flushed, and take the name over in one step. Mode, owner and extended
+// attributes of an old file are kept where the system allows, a symbolic link is followed and stays a link. Anything
+// but `saved` leaves what was there untouched, and `reason` then says why, in the system's words. A file that may be
+// written in a folder that may not is refused: written in place, it could be lost. A file system without unnamed files
+// gets a named one, ".karosmit-save-" with the number of the process and of the call; a program that is killed in
+// between may leave it behind.
+SaveOutcome save_file(const std::string& path, std::span<const std::byte> content, std::string* reason = nullptr);
 
 // The same, reported in the file-status record: begins with the name, ends with success, "Invalid file name" or "Write
-// error".
+// error" with the reason.
 void save_and_report(const std::string& path, std::span<const std::byte> content);
 // read_file, reported in the file-status record: begins with the name; "File not found" when there is nothing, "Read
 // error" with the reason when it cannot be read, "Too large, cut to fit" when it is longer than largest_file.

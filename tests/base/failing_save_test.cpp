@@ -11,6 +11,7 @@
 #include <fstream>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/xattr.h>
 
 namespace fs = std::filesystem;
 
@@ -75,14 +76,32 @@ TEST_P(FailingSave, ContentThatDoesNotReachTheDiskLeavesTheOldFile) {
     expect_the_old_file_alone();
 }
 
-// File systems of other systems know no modes.
-TEST_P(FailingSave, ModeThatCannotBeSetDoesNotMatter) {
-    put_file(directory / "file", old_content);
-    const int result = save_in_child([] { return refuse_calls(SYS_fchmod, EPERM); }, new_content);
-    SKIP_WHERE_NOT_ALLOWED(result);
-    EXPECT_EQ(result, saved);
-    EXPECT_EQ(get_file(directory / "file"), new_content);
-    EXPECT_EQ(directory.names(), Names{"file"});
+// File systems of other systems know no modes, owners and attributes.
+TEST_P(FailingSave, ModeOwnerOrAttributesThatCannotBeSetDoNotMatter) {
+    for (const int call : {SYS_fchmod, SYS_fchown, SYS_listxattr, SYS_getxattr, SYS_fsetxattr}) {
+        put_file(directory / "file", old_content);
+        ::setxattr((directory / "file").c_str(), "user.name", "value", 5, 0);
+        const int result =
+            save_in_child([call] { return refuse_calls(static_cast<unsigned>(call), EPERM); }, new_content);
+        SKIP_WHERE_NOT_ALLOWED(result);
+        EXPECT_EQ(result, saved) << call;
+        EXPECT_EQ(get_file(directory / "file"), new_content);
+        EXPECT_EQ(directory.names(), Names{"file"});
+    }
+}
+
+// It may be one to a file elsewhere, whose name would be replaced by a file.
+TEST_P(FailingSave, LinkThatCannotBeReadIsNotTakenForAFile) {
+    fs::create_directory(directory / "far");
+    put_file(directory / "far/file", old_content);
+    fs::create_symlink("far/file", directory / "file");
+    for (const int error : {EIO, EACCES}) {
+        const int result = save_in_child([error] { return refuse_calls(SYS_readlink, error); }, new_content);
+        SKIP_WHERE_NOT_ALLOWED(result);
+        EXPECT_EQ(result, error == EIO ? write_failed : cannot_create);
+        EXPECT_TRUE(fs::is_symlink(directory / "file"));
+        EXPECT_EQ(get_file(directory / "far/file"), old_content);
+    }
 }
 
 TEST_P(FailingSave, CreationThatFailsForTheDisksSakeIsAWriteError) {

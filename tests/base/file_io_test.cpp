@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <sys/xattr.h>
 
 namespace fs = std::filesystem;
 
@@ -110,6 +111,47 @@ TEST_F(FileIo, SavingReplacesTheContentAndKeepsTheMode) {
     EXPECT_EQ(directory.names(), Names{"file"});
 }
 
+TEST_F(FileIo, SavingKeepsTheOwnerAndTheGroup) {
+    if (::geteuid() != 0) GTEST_SKIP() << "NOT TESTED: only the superuser may give a file another owner";
+    put_file(directory / "file", old_content);
+    ASSERT_EQ(::chown((directory / "file").c_str(), 1234, 5678), 0);
+    ASSERT_EQ(::chmod((directory / "file").c_str(), 06750), 0);
+    EXPECT_EQ(save_file(directory / "file", new_content), SaveOutcome::saved);
+    struct stat status {};
+    ASSERT_EQ(::stat((directory / "file").c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, 1234u);
+    EXPECT_EQ(status.st_gid, 5678u);
+    EXPECT_EQ(status.st_mode & 07777, 06750u);
+}
+
+TEST_F(FileIo, WhoMayNotGiveTheFileItsOwnerDoesNotActAsThatOwner) {
+    if (::geteuid() != 0) GTEST_SKIP() << "NOT TESTED: only the superuser can make a file of another owner";
+    put_file(directory / "file", old_content);
+    ASSERT_EQ(::chown((directory / "file").c_str(), 1234, 5678), 0);
+    ASSERT_EQ(::chmod((directory / "file").c_str(), 06777), 0);
+    fs::permissions(directory.path(), fs::perms::all);
+    const auto save = [&] { return save_file(directory / "file", new_content) == SaveOutcome::saved ? 0 : 1; };
+    EXPECT_EQ(run_as_ordinary_user(save), 0);
+    EXPECT_EQ(get_file(directory / "file"), new_content);
+    EXPECT_EQ(mode_of(directory / "file"), 0777u);
+}
+
+TEST_F(FileIo, SavingKeepsTheExtendedAttributes) {
+    put_file(directory / "file", old_content);
+    const std::string path = directory / "file";
+    if (::setxattr(path.c_str(), "user.first", "one", 3, 0) != 0)
+        GTEST_SKIP() << "NOT TESTED: the file system knows no extended attributes";
+    ASSERT_EQ(::setxattr(path.c_str(), "user.empty", "", 0, 0), 0);
+    ASSERT_EQ(::setxattr(path.c_str(), "user.last", "a\0b", 3, 0), 0);
+    EXPECT_EQ(save_file(path, new_content), SaveOutcome::saved);
+    char value[10] = {};
+    EXPECT_EQ(::getxattr(path.c_str(), "user.first", value, sizeof value), 3);
+    EXPECT_EQ(std::string(value, 3), "one");
+    EXPECT_EQ(::getxattr(path.c_str(), "user.empty", value, sizeof value), 0);
+    EXPECT_EQ(::getxattr(path.c_str(), "user.last", value, sizeof value), 3);
+    EXPECT_EQ(std::string(value, 3), std::string("a\0b", 3));
+}
+
 TEST_F(FileIo, SavingFollowsALinkAndLeavesItALink) {
     fs::create_directory(directory / "folder");
     put_file(directory / "folder/file", old_content);
@@ -142,21 +184,38 @@ TEST_F(FileIo, CannotCreateWhereNoFileCanBe) {
     fs::create_symlink("loop", directory / "loop");
     ASSERT_EQ(::mkfifo((directory / "pipe").c_str(), 0600), 0);
     const Names before = directory.names();
-    for (const std::string& path :
-         {directory / "folder", directory / "folder/", directory / "new/", directory / "missing/file",
-          directory / "loop", directory / "pipe", std::string(), std::string("/"), directory / std::string(300, 'x')})
-        EXPECT_EQ(save_file(path, new_content), SaveOutcome::cannot_create) << path;
+    const std::pair<std::string, std::string> refusals[] = {
+        {directory / "folder", "Is a directory"},
+        {directory / "folder/", "Is a directory"},
+        {directory / "new/", "Is a directory"},
+        {directory / "missing/file", "Folder " + directory / "missing" + ": No such file or directory"},
+        {directory / "loop", "Too many levels of symbolic links"},
+        {directory / "pipe", "Invalid argument"},
+        {"", "No such file or directory"},
+        {"/", "Is a directory"},
+        {directory / std::string(300, 'x'), "File name too long"},
+    };
+    for (const auto& [path, why] : refusals) {
+        std::string reason;
+        EXPECT_EQ(save_file(path, new_content, &reason), SaveOutcome::cannot_create) << path;
+        EXPECT_EQ(reason, why) << path;
+    }
     EXPECT_EQ(directory.names(), before);
 }
 
+// The file could be written in place, but not so that nothing can be lost.
 TEST_F(FileIo, CannotCreateInADirectoryThatMayNotBeWritten) {
     put_file(directory / "file", old_content);
     fs::permissions(directory / "file", fs::perms::all);
     fs::permissions(directory.path(), static_cast<fs::perms>(0555));
     EXPECT_EQ(run_as_ordinary_user([&] {
-                  const bool refused = save_file(directory / "new", new_content) == SaveOutcome::cannot_create &&
-                                       save_file(directory / "file", new_content) == SaveOutcome::cannot_create;
-                  return refused ? 0 : 1;
+                  for (const char* name : {"new", "file"}) {
+                      std::string reason;
+                      const SaveOutcome outcome = save_file(directory / name, new_content, &reason);
+                      if (outcome != SaveOutcome::cannot_create) return 1;
+                      if (reason != "Folder " + directory.path() + ": Permission denied") return 2;
+                  }
+                  return 0;
               }),
               0);
     EXPECT_EQ(get_file(directory / "file"), old_content);
@@ -191,6 +250,7 @@ TEST_F(FileIo, ReportsFailuresUnderTheNameThatWasAsked) {
 
     save_and_report(directory / "no/file", new_content);
     EXPECT_EQ(FILE_FILE, directory / "no/file");
+    EXPECT_EQ(FILE_REASON, "Folder " + directory / "no" + ": No such file or directory");
     EXPECT_EQ(FILE_ERNUM, file_status::invalid_name);
     EXPECT_EQ(FILE_ERROR, "Invalid file name");
 }

@@ -34,8 +34,8 @@ bool has_line(const std::string& file) { return std::filesystem::exists(file) &&
 bool is_gone(pid_t process) {
     if (::kill(process, 0) != 0) return true;
     std::ifstream status("/proc/" + std::to_string(process) + "/stat");
-    const std::string line{std::istreambuf_iterator<char>(status), {}};
-    return line.find(") Z ") != std::string::npos;
+    std::string line;
+    return !std::getline(status, line) || line.find(") Z ") != std::string::npos;
 }
 
 // Whether it is gone; one that is not is ended here.

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <optional>
@@ -36,9 +37,12 @@ public:
     std::string error_output() const;
     // Processor time that its threads have used so far, in seconds.
     double processor_time() const;
+    // How often its threads have gone to sleep so far, which is how often they woke up.
+    long sleeps() const;
 
 private:
     bool has_ended();
+    std::vector<std::filesystem::path> threads() const;
 
     pid_t id_ = -1;
     std::string error_file_;

@@ -88,6 +88,33 @@ TEST_F(StartAndEnd, SignalsEndTheProgramNormally) {
     }
 }
 
+// As under nohup: what a program finds ignored it leaves ignored.
+TEST_F(StartAndEnd, ASignalThatWasIgnoredAtTheStartStaysIgnored) {
+    std::signal(SIGHUP, SIG_IGN);
+    start();
+    std::signal(SIGHUP, SIG_DFL);
+    program->send_signal(SIGHUP);
+    program->send_signal(SIGHUP);
+    EXPECT_EQ(program->wait_for_end(Milliseconds{300}), std::nullopt);
+    program->send_signal(SIGTERM);
+    EXPECT_EQ(program->wait_for_end(), 0);
+}
+
+TEST_F(StartAndEnd, AnUntouchedProgramDoesNotWakeUpOnAnyScreen) {
+    start();
+    const std::string titles[] = {"= FILES =", "= 3D EDITOR =", "= DASH MANAGER =", "= PHYSICAL PARAMETERS ="};
+    for (int cell = 0; cell < 4; ++cell) {
+        window->click(cell * 48 + 24, 620);
+        ASSERT_TRUE(screen_becomes(titles[cell]));
+        std::this_thread::sleep_for(Milliseconds{1000});
+        const long sleeps = program->sleeps();
+        const double used = program->processor_time();
+        std::this_thread::sleep_for(Milliseconds{1000});
+        EXPECT_EQ(program->sleeps(), sleeps) << titles[cell];
+        EXPECT_EQ(program->processor_time(), used) << titles[cell];
+    }
+}
+
 void expect_one_line(const std::string& text) {
     ASSERT_FALSE(text.empty());
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1) << text;

@@ -77,11 +77,25 @@ std::string StartedProgram::error_output() const {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
+std::vector<std::filesystem::path> StartedProgram::threads() const {
+    const std::filesystem::directory_iterator all("/proc/" + std::to_string(id_) + "/task");
+    return {begin(all), end(all)};
+}
+
+long StartedProgram::sleeps() const {
+    long count = 0;
+    for (const std::filesystem::path& thread : threads()) {
+        std::ifstream file(thread / "status");
+        for (std::string name; file >> name;)
+            if (long value = 0; name == "voluntary_ctxt_switches:" && file >> value) count += value;
+    }
+    return count;
+}
+
 double StartedProgram::processor_time() const {
     double nanoseconds = 0;
-    const std::filesystem::path threads = "/proc/" + std::to_string(id_) + "/task";
-    for (const auto& thread : std::filesystem::directory_iterator(threads)) {
-        std::ifstream file(thread.path() / "schedstat");
+    for (const std::filesystem::path& thread : threads()) {
+        std::ifstream file(thread / "schedstat");
         double used = 0; // the first figure: time spent on a processor
         file >> used;
         nanoseconds += used;

@@ -45,6 +45,10 @@ VirtualDisplay::VirtualDisplay() {
     if (!number.empty()) name_ = ":" + number;
 }
 
+void VirtualDisplay::stop() const { kill(server_, SIGSTOP); }
+
+void VirtualDisplay::go_on() const { kill(server_, SIGCONT); }
+
 VirtualDisplay::~VirtualDisplay() {
     if (server_ <= 0) return;
     kill(server_, SIGTERM);

@@ -14,6 +14,10 @@ public:
 
     const std::string& name() const { return name_; } // such as ":99"
 
+    // Stopped, it takes in no word from any program until it goes on.
+    void stop() const;
+    void go_on() const;
+
 private:
     pid_t server_ = -1;
     std::string name_;
