@@ -35,7 +35,11 @@ bool is_gone(pid_t process) {
     if (::kill(process, 0) != 0) return true;
     std::ifstream status("/proc/" + std::to_string(process) + "/stat");
     std::string line;
-    return !std::getline(status, line) || line.find(") Z ") != std::string::npos;
+    try { // the process may go between the opening and the reading, which the stream tells by throwing
+        return !std::getline(status, line) || line.find(") Z ") != std::string::npos;
+    } catch (const std::exception&) {
+        return true;
+    }
 }
 
 // Whether it is gone; one that is not is ended here.
