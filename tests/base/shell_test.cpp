@@ -87,8 +87,8 @@ TEST_F(Shell, NoSpellingOfANameLeavesItsQuotes) {
 TEST_F(Shell, ANameThatLooksLikeAnOptionBecomesAPath) { EXPECT_EQ(shell_quoted("-rf"), "'./-rf'"); }
 
 TEST_F(Shell, TheProgramGoesOnWhileTheCommandRuns) {
-    Command command("read line < go; exit $line");
     ASSERT_EQ(::mkfifo("go", 0600), 0);
+    Command command("read line < go; exit $line");
     EXPECT_FALSE(command.outcome());
     std::ofstream("go") << "7\n";
     ASSERT_TRUE(soon([&] { return command.outcome().has_value(); }));
