@@ -41,7 +41,10 @@ protected:
 UnitRandom miss_and_hit() {
     return [hit = true]() mutable { return (hit = !hit) ? 0.9 : 0.0; };
 }
-bool never() { return false; }
+// More picks than four pieces need.
+TimeIsUp patience() {
+    return [asked = 0]() mutable { return ++asked > 10000; };
+}
 } // namespace
 
 TEST_F(Generators, MovecarMovesTheCurrentSlot) {
@@ -108,7 +111,7 @@ TEST_F(Generators, GenerateinfoWithoutWheelsFillsTheDimensionsAndSaysSo) {
 
 TEST_F(Generators, GeneratedebrisMakesFourPiecesOfTheGamesModel) {
     PAINTJOBS = 2;
-    const DebrisReport report = GENERATEDEBRIS(miss_and_hit(), never);
+    const DebrisReport report = GENERATEDEBRIS(miss_and_hit(), patience());
     EXPECT_EQ(report.pieces, 4);
     EXPECT_FALSE(report.nothing_fits);
     SHAPEMODEL expected;
@@ -131,7 +134,7 @@ TEST_F(Generators, GeneratedebrisLeavesTheRemainingPiecesWhenTheTimeIsUp) {
 TEST_F(Generators, GeneratedebrisOfNothingThatFitsEndsAtOnceAndSaysSo) {
     CAR[1] = model_with_wheels();
     CEXP[0] = small_car(9);
-    const DebrisReport report = GENERATEDEBRIS([] { return 0.5; }, never);
+    const DebrisReport report = GENERATEDEBRIS([] { return 0.5; }, patience());
     EXPECT_EQ(report.pieces, 0);
     EXPECT_TRUE(report.nothing_fits);
     EXPECT_TRUE(*CEXP[0] == small_car(9));
