@@ -18,9 +18,9 @@ constexpr int rounds = 31;
 constexpr double most_times_reading = 4;
 constexpr double most_times_writing = 4;
 
-bool succeeded(const char* what) {
-    if (FILE_ERNUM == file_status::success) return true;
-    std::printf("%s: %s\n", what, FILE_ERROR.c_str());
+bool succeeded(const char* what, const FileOutcome& outcome) {
+    if (outcome.succeeded()) return true;
+    std::printf("%s: %s\n", what, error_text(outcome.code).data());
     return false;
 }
 
@@ -37,18 +37,17 @@ int main() {
     INITDASHITEMS();
     PAINTJOBS = max_paint_jobs;
     fill_document();
-    SAVECAR(project);
+    bool kept = succeeded("saving", SAVECAR(project));
     const FileContent content = read_file(project);
-    bool kept = succeeded("saving") && content.has_value();
-    if (!kept) return 1;
+    if (!kept || !content) return 1;
     std::printf("%zu bytes\n", content->size());
 
     const Comparison loading = compare(
-        rounds, [&] { LOADCAR(project); }, [&] { kept = read_file(project)->size() == content->size() && kept; });
-    kept = succeeded("loading") && kept;
+        rounds, [&] { kept = succeeded("loading", LOADCAR(project)) && kept; },
+        [&] { kept = read_file(project)->size() == content->size() && kept; });
     const Comparison saving = compare(
-        rounds, [&] { SAVECAR(project); }, [&] { kept = save_file(copy, *content) == SaveOutcome::saved && kept; });
-    kept = succeeded("saving") && kept;
+        rounds, [&] { kept = succeeded("saving", SAVECAR(project)) && kept; },
+        [&] { kept = save_file(copy, *content) == SaveOutcome::saved && kept; });
     std::filesystem::remove_all(folder);
 
     kept = report_against("loading a full project", "x reading its bytes", loading, most_times_reading) && kept;

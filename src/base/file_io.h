@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/byte_writer.h"
+#include "base/file_status.h"
 
 #include <cstddef>
 #include <optional>
@@ -61,9 +62,14 @@ SaveOutcome save_file(const std::string& path, std::span<const std::byte> conten
 
 // The same, reported in the file-status record: begins with the name, ends with success, "Invalid file name" or "Write
 // error" with the reason.
-void save_and_report(const std::string& path, std::span<const std::byte> content);
+FileOutcome save_and_report(const std::string& path, std::span<const std::byte> content);
 // read_file, reported in the file-status record: begins with the name; "File not found" when there is nothing, "Read
-// error" with the reason when it cannot be read, "Too large, cut to fit" when it is longer than largest_file.
-FileContent load_and_report(const std::string& path);
+// error" with the reason when it cannot be read, "Too large, cut to fit" when it is longer than the limit; what it has
+// within the limit is given all the same.
+struct LoadedFile {
+    FileOutcome outcome;
+    FileContent content;
+};
+LoadedFile load_and_report(const std::string& path, std::size_t limit = largest_file);
 // read_file for readers that report no status: one that cannot be read is noted (file_status.h).
 FileContent load_and_note(const std::string& path, std::size_t limit);

@@ -78,16 +78,17 @@ FileContent read_regular_file(const std::string& path, std::size_t limit) {
     return or_out_of_memory([&] { return open_and_read(path, limit); });
 }
 
-FileContent load_and_report(const std::string& path) {
+LoadedFile load_and_report(const std::string& path, std::size_t limit) {
     begin_file(path);
-    FileContent content = read_file(path, largest_file + 1);
+    FileContent content = read_file(path, limit + 1);
+    FileOutcome outcome{path};
     if (!content) {
-        report_file(content.failed() ? file_status::read_error : file_status::not_found, content.reason());
-    } else if (content->size() > largest_file) {
-        content->resize(largest_file);
-        report_file(file_status::cut_to_fit);
+        outcome = {path, content.failed() ? file_status::read_error : file_status::not_found, content.reason()};
+    } else if (content->size() > limit) {
+        content->resize(limit);
+        outcome.code = file_status::cut_to_fit;
     }
-    return content;
+    return {report_file(std::move(outcome)), std::move(content)};
 }
 
 FileContent load_and_note(const std::string& path, std::size_t limit) {

@@ -226,12 +226,13 @@ SaveOutcome save_file(const std::string& path, std::span<const std::byte> conten
     return result.outcome;
 }
 
-void save_and_report(const std::string& path, std::span<const std::byte> content) {
+FileOutcome save_and_report(const std::string& path, std::span<const std::byte> content) {
     begin_file(path);
-    std::string reason;
-    switch (save_file(path, content, &reason)) {
+    FileOutcome outcome{path};
+    switch (save_file(path, content, &outcome.reason)) {
     case SaveOutcome::saved: break;
-    case SaveOutcome::cannot_create: report_file(file_status::invalid_name, reason); break;
-    case SaveOutcome::write_failed: report_file(file_status::write_error, reason); break;
+    case SaveOutcome::cannot_create: outcome.code = file_status::invalid_name; break;
+    case SaveOutcome::write_failed: outcome.code = file_status::write_error; break;
     }
+    return report_file(std::move(outcome));
 }

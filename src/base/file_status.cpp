@@ -19,19 +19,24 @@ void begin_file(const std::string& name) {
     FILE_REASON.clear();
 }
 
-void report_file(std::uint8_t code, const std::string& reason) {
-    FILE_ERNUM = code;
-    FILE_REASON = reason;
+std::string_view error_text(std::uint8_t code) {
     switch (code) {
-    case file_status::not_found: FILE_ERROR = "File not found"; break;
-    case file_status::invalid_name: FILE_ERROR = "Invalid file name"; break;
-    case file_status::write_error: FILE_ERROR = "Write error"; break;
-    case file_status::cut_to_fit: FILE_ERROR = "Too large, cut to fit"; break;
-    case file_status::read_error: FILE_ERROR = "Read error"; break;
-    case file_status::not_unpacked: FILE_ERROR = "Not unpacked"; break;
-    case file_status::unknown_format: FILE_ERROR = "Unknown format"; break;
-    default: break;
+    case file_status::not_found: return "File not found";
+    case file_status::invalid_name: return "Invalid file name";
+    case file_status::write_error: return "Write error";
+    case file_status::cut_to_fit: return "Too large, cut to fit";
+    case file_status::read_error: return "Read error";
+    case file_status::not_unpacked: return "Not unpacked";
+    case file_status::unknown_format: return "Unknown format";
+    default: return {};
     }
+}
+
+FileOutcome report_file(FileOutcome outcome) {
+    FILE_ERNUM = outcome.code;
+    FILE_REASON = outcome.reason;
+    if (const std::string_view text = error_text(outcome.code); !text.empty()) FILE_ERROR = text;
+    return outcome;
 }
 
 void note_unreadable_file(const std::string& path, const std::string& reason) {

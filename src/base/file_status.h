@@ -1,10 +1,11 @@
-// The file-status record: what the last reader or writer was asked for and how it ended. Every reader and writer of a
-// file sets it; the Files screen shows it. Readers whose files may be missing without a word leave it alone and note
-// what they could not read.
+// How reading or writing a file ended. Every reader and writer of a car's files returns it and mirrors it in the
+// file-status record, which nobody reads to learn what the call that he just made did. Readers whose files may be
+// missing without a word leave the record alone and note what they could not read.
 #pragma once
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 extern std::string FILE_FILE;  // the file last handled, set before anything else is tried
@@ -24,10 +25,24 @@ constexpr std::uint8_t nothing_done = 156;   // set by the Files screen before i
 constexpr std::uint8_t unknown_format = 255; // "Unknown format"
 } // namespace file_status
 
+// How one reading or writing ended.
+struct FileOutcome {
+    std::string file; // the name that it was asked for
+    std::uint8_t code = file_status::success;
+    std::string reason{}; // why it failed, in the system's words; empty after a success and where there are none
+
+    bool succeeded() const { return code == file_status::success; }
+    bool operator==(const FileOutcome&) const = default;
+};
+
+// The text that belongs to a code; empty where it has none.
+std::string_view error_text(std::uint8_t code);
+
 // A reader or writer starts: FILE_FILE becomes the name, FILE_ERNUM success, FILE_REASON empty.
 void begin_file(const std::string& name);
-// It failed: FILE_ERNUM becomes the code, FILE_ERROR the text that belongs to it. Codes without a text leave it alone.
-void report_file(std::uint8_t code, const std::string& reason = {});
+// It ended: FILE_ERNUM and FILE_REASON become the outcome's, and after a failure FILE_ERROR the text that belongs to
+// its code. FILE_FILE stays: it was set when the file was begun. Returns the outcome.
+FileOutcome report_file(FileOutcome outcome);
 
 // A file that was there but could not be read, of a reader that reports no status.
 void note_unreadable_file(const std::string& path, const std::string& reason);

@@ -25,29 +25,32 @@ namespace {
 
 constexpr std::size_t identifier_length = 4;
 
-// Returns what there is to say beside the file status.
-using FileProcedure = std::string (*)(const std::string& filename);
+// What one reader or writer did, and what there is to say beside its outcome.
+struct Handled {
+    FileOutcome outcome;
+    std::string note{};
+};
+using FileProcedure = Handled (*)(const std::string& filename);
 
-template <void (*procedure)(const std::string& filename)>
-std::string silently(const std::string& filename) {
-    procedure(filename);
-    return {};
+template <FileOutcome (*procedure)(const std::string& filename)>
+Handled silently(const std::string& filename) {
+    return {procedure(filename)};
 }
 
-void load_all_shapes(const std::string& filename) { LOAD3SH(filename, all_shapes); }
+FileOutcome load_all_shapes(const std::string& filename) { return LOAD3SH(filename, all_shapes); }
 
-std::string load_body(const std::string& filename) {
-    const auto import = LOADOBJ(filename, CURMODEL);
-    if (!import) return {};
-    const std::string remarks = remarks_on(*import);
-    return "Into " + slot_label(CURMODEL) + (remarks.empty() ? "" : ": " + remarks);
+Handled load_body(const std::string& filename) {
+    const BodyLoaded loaded = LOADOBJ(filename, CURMODEL);
+    if (!loaded.import) return {loaded.outcome};
+    const std::string remarks = remarks_on(*loaded.import);
+    return {loaded.outcome, "Into " + slot_label(CURMODEL) + (remarks.empty() ? "" : ": " + remarks)};
 }
 
-std::string save_body(const std::string& filename) {
-    const std::size_t left_out = SAVEOBJ(filename, CURMODEL);
-    if (left_out == 0 || FILE_ERNUM != file_status::success) return {};
-    if (left_out == 1) return "1 polygon left out: its vertices are not there";
-    return std::to_string(left_out) + " polygons left out: their vertices are not there";
+Handled save_body(const std::string& filename) {
+    const auto [outcome, left_out] = SAVEOBJ(filename, CURMODEL);
+    if (left_out == 0 || !outcome.succeeded()) return {outcome};
+    if (left_out == 1) return {outcome, "1 polygon left out: its vertices are not there"};
+    return {outcome, std::to_string(left_out) + " polygons left out: their vertices are not there"};
 }
 
 struct FileKind {
@@ -82,10 +85,9 @@ constexpr CarFile car_files[] = {{"car", ".res"}, {"st", ".3sh"}, {"stda", ".vsh
 
 std::string unpacker() { return CONFIG("vorpack"); }
 
-std::string not_unpacked(const std::string& packed, const std::string& reason) {
-    begin_file(packed);
-    report_file(file_status::not_unpacked, reason);
-    return {};
+Handled failed(const std::string& file, std::uint8_t code, const std::string& reason) {
+    begin_file(file);
+    return {report_file({file, code, reason})};
 }
 
 // Whether nothing is there any more; otherwise errno says why.
@@ -93,32 +95,39 @@ bool removed(const std::string& path) { return ::unlink(path.c_str()) == 0 || er
 
 // Loads what the unpacker makes of a packed file. What lies there from an earlier time is removed first, so that an
 // unpacker that fails never shows an earlier car as loaded.
-std::string load_unpacked(const FileKind& kind, const std::string& packed) {
+Handled load_unpacked(const FileKind& kind, const std::string& packed) {
     const std::string unpacked = WORKDIR + std::string(kind.unpacked_name);
-    if (!removed(unpacked)) return not_unpacked(packed, unpacked + ": " + std::generic_category().message(errno));
+    if (!removed(unpacked))
+        return failed(packed, file_status::not_unpacked, unpacked + ": " + std::generic_category().message(errno));
     const CommandOutcome outcome =
         run_external_program(unpacker() + " " + shell_quoted(packed) + " " + shell_quoted(unpacked), "the unpacker");
     if (outcome.ended_by_itself()) return kind.load(unpacked);
     removed(unpacked); // as far as it had come
-    return not_unpacked(packed, in_words(outcome));
+    return failed(packed, file_status::not_unpacked, in_words(outcome));
 }
 
-std::string load_kind(const FileKind& kind, const std::string& name) {
+// The outcome before any reader or writer was called.
+Handled nothing_done() { return {{"", file_status::nothing_done}}; }
+
+Handled load_kind(const FileKind& kind, const std::string& name) {
     if (kind.unpacked_name.empty()) return kind.load(name);
-    return unpacker().empty() ? std::string() : load_unpacked(kind, name);
+    return unpacker().empty() ? nothing_done() : load_unpacked(kind, name);
 }
 
-std::string failure_text(const std::string& file) { return FILE_ERROR + ": " + file; }
+std::string failure_text(const FileOutcome& outcome, const std::string& file) {
+    return std::string(error_text(outcome.code)) + ": " + file;
+}
 
 std::string done_text(Transfer direction, const std::string& file) {
     return (direction == Transfer::load ? "Loaded " : "Saved ") + file;
 }
 
-// What the file-status record says, with the names that stand for the file in a success and in a failure.
-TransferReport report(Transfer direction, const std::string& done_name, const std::string& failed_name) {
-    if (FILE_ERNUM == file_status::nothing_done) return {};
-    if (FILE_ERNUM == file_status::success) return {.text = done_text(direction, done_name)};
-    return {.text = failure_text(failed_name), .failed = true, .reason = FILE_REASON};
+// What an outcome comes to, with the names that stand for the file in a success and in a failure.
+TransferReport report(Transfer direction, const FileOutcome& outcome, const std::string& done_name,
+                      const std::string& failed_name) {
+    if (outcome.code == file_status::nothing_done) return {};
+    if (outcome.succeeded()) return {.text = done_text(direction, done_name)};
+    return {.text = failure_text(outcome, failed_name), .failed = true, .reason = outcome.reason};
 }
 
 struct FoundName {
@@ -135,18 +144,12 @@ FoundName name_in_directory(const std::string& file) {
 }
 
 // Loads or saves one of a car's files, by the name that the directory has it under.
-std::string transfer_part(Transfer direction, const std::string& file) {
+FileOutcome transfer_part(Transfer direction, const std::string& file) {
     const FoundName found = name_in_directory(file);
     const FileKind& kind = *kind_of(file);
-    if (direction == Transfer::save) {
-        kind.save(found.name);
-    } else if (found.failure.empty()) {
-        kind.load(found.name);
-    } else {
-        begin_file(found.name);
-        report_file(file_status::read_error, found.failure);
-    }
-    return found.name;
+    if (direction == Transfer::save) return kind.save(found.name).outcome;
+    if (!found.failure.empty()) return failed(found.name, file_status::read_error, found.failure).outcome;
+    return kind.load(found.name).outcome;
 }
 
 // The car as it was before a load.
@@ -167,17 +170,18 @@ private:
 TransferReport transfer_car(Transfer direction, const std::string& name) {
     const std::string identifier = lower_case(name);
     const EarlierCar before;
+    FileOutcome last;
     std::string first_failure;
     for (const CarFile& part : car_files) {
-        const std::string file =
-            transfer_part(direction, std::string(part.prefix) + identifier + std::string(part.extension));
-        if (FILE_ERNUM != file_status::success && first_failure.empty()) first_failure = failure_text(file);
-        if (FILE_ERNUM != file_status::read_error) continue;
+        const std::string file = std::string(part.prefix) + identifier + std::string(part.extension);
+        last = transfer_part(direction, file);
+        if (!last.succeeded() && first_failure.empty()) first_failure = failure_text(last, file);
+        if (last.code != file_status::read_error) continue;
         before.put_back();
         break;
     }
     // ODDITY four-file-save-keeps-file (kept): a failed load names the identifier, a failed save the file.
-    TransferReport result = report(direction, name, direction == Transfer::load ? name : FILE_FILE);
+    TransferReport result = report(direction, last, name, direction == Transfer::load ? name : last.file);
     result.first_failure = first_failure;
     return result;
 }
@@ -191,16 +195,16 @@ TransferReport transfer(Transfer direction, const std::string& name) {
 
     const FileKind* kind = kind_of(name);
     if (!kind || (direction == Transfer::save && !kind->save)) return {.unknown_format = true};
-    const std::string note = direction == Transfer::load ? load_kind(*kind, name) : kind->save(name);
-    TransferReport result = report(direction, FILE_FILE, FILE_FILE);
-    result.note = note;
+    const Handled handled = direction == Transfer::load ? load_kind(*kind, name) : kind->save(name);
+    TransferReport result = report(direction, handled.outcome, handled.outcome.file, handled.outcome.file);
+    result.note = handled.note;
     return result;
 }
 
 TransferReport report_unknown_format() {
-    report_file(file_status::unknown_format);
+    const FileOutcome outcome = report_file({"", file_status::unknown_format});
     FILE_FILE.clear();
-    return {.text = failure_text(FILE_FILE), .failed = true};
+    return {.text = failure_text(outcome, outcome.file), .failed = true};
 }
 
 std::string car_file_filter() {

@@ -3,7 +3,6 @@
 
 #include "base/byte_reader.h"
 #include "base/file_io.h"
-#include "base/file_status.h"
 #include "base/text.h"
 #include "formats/resource_archive.h"
 #include "model/items.h"
@@ -113,10 +112,13 @@ bool merge_bitmap_file(BitmapFile file) {
     return everything;
 }
 
-void LOADVSH(const std::string& filename) {
-    const auto file = load_and_report(filename);
-    if (!file) return;
-    if (!merge_bitmap_file(decode_bitmap_file(*file))) report_file(file_status::cut_to_fit);
+FileOutcome LOADVSH(const std::string& filename) {
+    auto [outcome, file] = load_and_report(filename);
+    if (!file) return outcome;
+    if (!merge_bitmap_file(decode_bitmap_file(*file))) outcome.code = file_status::cut_to_fit;
+    return report_file(outcome);
 }
 
-void SAVEVSH(const std::string& filename) { save_and_report(filename, encode_bitmap_file(bitmap_set_for(filename))); }
+FileOutcome SAVEVSH(const std::string& filename) {
+    return save_and_report(filename, encode_bitmap_file(bitmap_set_for(filename)));
+}

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "base/byte_writer.h"
+#include "base/file_status.h"
 #include "model/bitmap_table.h"
 
 #include <array>
@@ -43,6 +44,6 @@ bool merge_bitmap_file(BitmapFile file);
 
 // Merges the bitmaps of a file. "File not found" changes nothing; whatever was left out is reported as "Too large, cut
 // to fit".
-void LOADVSH(const std::string& filename);
+FileOutcome LOADVSH(const std::string& filename);
 // Writes the set that the path stands for. Reports "Invalid file name" or "Write error".
-void SAVEVSH(const std::string& filename);
+FileOutcome SAVEVSH(const std::string& filename);

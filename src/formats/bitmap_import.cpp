@@ -165,12 +165,9 @@ Import import_bitmap(const std::string& id, const Image& picture) {
 }
 
 BitmapExchange LOADBITMAP(const std::string& id, const std::string& path) {
-    begin_file(path);
-    const FileContent file = read_file(path, largest_picture_file);
-    if (!file) {
-        report_file(file.failed() ? file_status::read_error : file_status::not_found, file.reason());
-        return {.message = FILE_ERROR + ": " + path};
-    }
+    const auto [outcome, file] = load_and_report(path, largest_picture_file);
+    if (!file) return {.message = std::string(error_text(outcome.code)) + ": " + path};
+    report_file({path}); // also when it was longer than any picture
     const ImportedPicture picture = decode_import(path, *file);
     if (!picture.image) return {.message = picture.reason};
     const Import import = import_bitmap(id, *picture.image);

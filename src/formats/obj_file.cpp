@@ -3,7 +3,6 @@
 #include "base/byte_reader.h"
 #include "base/decimal.h"
 #include "base/file_io.h"
-#include "base/file_status.h"
 #include "base/text.h"
 #include "model/body.h"
 #include "model/car.h"
@@ -212,17 +211,16 @@ ObjExport export_obj(const SHAPEMODEL& model, std::size_t paint_job) {
     return result;
 }
 
-std::optional<ObjImport> LOADOBJ(const std::string& filename, int slot) {
-    const auto file = load_and_report(filename);
-    if (!file) return {};
+BodyLoaded LOADOBJ(const std::string& filename, int slot) {
+    auto [outcome, file] = load_and_report(filename);
+    if (!file) return {outcome};
     const ObjImport import =
         import_obj(ByteReader(*file).text_view(), PAINTJOBS, CAR.at(static_cast<std::size_t>(slot)).edit());
-    if (import.vertices_left_out + import.faces_left_out > 0) report_file(file_status::cut_to_fit);
-    return import;
+    if (import.vertices_left_out + import.faces_left_out > 0) outcome.code = file_status::cut_to_fit;
+    return {report_file(outcome), import};
 }
 
-std::size_t SAVEOBJ(const std::string& filename, int slot) {
+BodySaved SAVEOBJ(const std::string& filename, int slot) {
     const ObjExport result = export_obj(*CAR.at(static_cast<std::size_t>(slot)), CURPJ);
-    save_and_report(filename, result.file);
-    return result.left_out;
+    return {save_and_report(filename, result.file), result.left_out};
 }

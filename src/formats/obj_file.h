@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/byte_writer.h"
+#include "base/file_status.h"
 #include "model/shape.h"
 
 #include <cstddef>
@@ -37,9 +38,17 @@ struct ObjExport {
 // The polygons of a model with their materials in a paint job, and the vertices that these polygons use.
 ObjExport export_obj(const SHAPEMODEL& model, std::size_t paint_job);
 
-// Replaces the body of CAR(slot). "File not found" and "Read error" change and return nothing; vertices or faces that
+// Replaces the body of CAR(slot). "File not found" and "Read error" change and import nothing; vertices or faces that
 // were left out report "Too large, cut to fit".
-std::optional<ObjImport> LOADOBJ(const std::string& filename, int slot);
+struct BodyLoaded {
+    FileOutcome outcome;
+    std::optional<ObjImport> import{};
+};
+BodyLoaded LOADOBJ(const std::string& filename, int slot);
 // Writes the polygons of CAR(slot) with the materials of the current paint job. Reports "Invalid file name" or "Write
-// error". Returns how many polygons were left out because they name a vertex that the model does not have.
-std::size_t SAVEOBJ(const std::string& filename, int slot);
+// error".
+struct BodySaved {
+    FileOutcome outcome;
+    std::size_t left_out = 0; // polygons that name a vertex which the model does not have
+};
+BodySaved SAVEOBJ(const std::string& filename, int slot);

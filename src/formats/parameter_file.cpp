@@ -3,7 +3,6 @@
 
 #include "base/byte_reader.h"
 #include "base/file_io.h"
-#include "base/file_status.h"
 #include "formats/resource_archive.h"
 #include "model/power_gear.h"
 
@@ -63,14 +62,17 @@ Bytes encode_parameter_file(const ParameterFile& car) {
                            {"edes", zero_ended(car.information)}});
 }
 
-void LOADRES(const std::string& filename) {
-    const auto file = load_and_report(filename);
-    if (!file) return;
+FileOutcome LOADRES(const std::string& filename) {
+    auto [outcome, file] = load_and_report(filename);
+    if (!file) return outcome;
     ParameterFile car = current_car();
-    if (!decode_parameter_file(*file, car)) report_file(file_status::cut_to_fit);
+    if (!decode_parameter_file(*file, car)) outcome.code = file_status::cut_to_fit;
     keep(std::move(car));
     UPDATEPG(false);
     TITLENAME = CARNAME;
+    return report_file(outcome);
 }
 
-void SAVERES(const std::string& filename) { save_and_report(filename, encode_parameter_file(current_car())); }
+FileOutcome SAVERES(const std::string& filename) {
+    return save_and_report(filename, encode_parameter_file(current_car()));
+}

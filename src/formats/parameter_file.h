@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/byte_writer.h"
+#include "base/file_status.h"
 #include "model/parameters.h"
 
 #include <array>
@@ -28,7 +29,7 @@ Bytes encode_parameter_file(const ParameterFile& car);
 // Reads the file into PAR, CARNAME, CARSIGNNAME and CARINFO, classifies the mass and sets the window's title. A file
 // that is missing or cannot be read reports "File not found" and changes nothing; a text that was cut reports "Too
 // large, cut to fit".
-void LOADRES(const std::string& filename);
+FileOutcome LOADRES(const std::string& filename);
 // Writes the four resources from the same globals. Reports "Invalid file name" or "Write error"; what was on the disk
 // then stays as it was.
-void SAVERES(const std::string& filename);
+FileOutcome SAVERES(const std::string& filename);

@@ -2,7 +2,6 @@
 
 #include "base/byte_reader.h"
 #include "base/file_io.h"
-#include "base/file_status.h"
 #include "formats/project_bitmaps.h"
 #include "formats/project_model.h"
 #include "model/bitmap_table.h"
@@ -167,18 +166,20 @@ void keep_project(ProjectFile project) {
     UPDATEDASHITEMS();
 }
 
-void LOADCAR(const std::string& filename) {
-    const auto file = load_and_report(filename);
-    if (!file) return;
-    if (!is_project_file(*file)) return report_file(file_status::unknown_format);
+FileOutcome LOADCAR(const std::string& filename) {
+    auto [outcome, file] = load_and_report(filename);
+    if (!file) return outcome;
+    if (!is_project_file(*file)) return report_file({filename, file_status::unknown_format});
     ProjectFile project = project_of_tables();
     decode_project_file(*file, project);
-    if (project.cut) report_file(file_status::cut_to_fit);
+    if (project.cut) outcome.code = file_status::cut_to_fit;
     keep_project(std::move(project));
+    return report_file(outcome);
 }
 
-void SAVECAR(const std::string& filename) {
+FileOutcome SAVECAR(const std::string& filename) {
     const ProjectFile project = project_of_tables();
-    save_and_report(filename, encode_project_file(project));
-    if (FILE_ERNUM == file_status::success && !texts_fit(project)) report_file(file_status::cut_to_fit);
+    FileOutcome outcome = save_and_report(filename, encode_project_file(project));
+    if (outcome.succeeded() && !texts_fit(project)) outcome.code = file_status::cut_to_fit;
+    return report_file(outcome);
 }

@@ -7,6 +7,7 @@
 #pragma once
 
 #include "base/byte_writer.h"
+#include "base/file_status.h"
 #include "model/document.h"
 
 #include <array>
@@ -48,7 +49,7 @@ void keep_project(ProjectFile project);
 
 // Replaces the whole car by that of a file. "File not found", "Read error" and "Unknown format" (it does not
 // begin with "*car") change nothing; whatever found no room is reported as "Too large, cut to fit".
-void LOADCAR(const std::string& filename);
+FileOutcome LOADCAR(const std::string& filename);
 // Writes the whole car. Reports "Invalid file name" or "Write error", and "Too large, cut to fit" when a text is longer
 // than 65535 bytes.
-void SAVECAR(const std::string& filename);
+FileOutcome SAVECAR(const std::string& filename);

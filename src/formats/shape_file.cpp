@@ -3,7 +3,6 @@
 
 #include "base/byte_reader.h"
 #include "base/file_io.h"
-#include "base/file_status.h"
 #include "base/rounding.h"
 #include "formats/resource_archive.h"
 #include "model/shape_parts.h"
@@ -213,17 +212,19 @@ void keep_shapes(const ShapeFile& shapes) {
     settle_paint_jobs();
 }
 
-void LOAD3SH(const std::string& filename, std::uint32_t mask) {
-    const auto file = load_and_report(filename);
-    if (!file) return;
+FileOutcome LOAD3SH(const std::string& filename, std::uint32_t mask) {
+    auto [outcome, file] = load_and_report(filename);
+    if (!file) return outcome;
     const auto shapes = shapes_of_tables();
     decode_shape_file(*file, mask, *shapes);
     keep_shapes(*shapes);
-    if (shapes->materials_cut) report_file(file_status::cut_to_fit);
+    if (shapes->materials_cut) outcome.code = file_status::cut_to_fit;
+    return report_file(outcome);
 }
 
-void SAVE3SH(const std::string& filename) {
+FileOutcome SAVE3SH(const std::string& filename) {
     const auto shapes = shapes_of_tables();
-    save_and_report(filename, encode_shape_file(*shapes));
-    if (FILE_ERNUM == file_status::success && !shapes_fit_file(*shapes)) report_file(file_status::cut_to_fit);
+    FileOutcome outcome = save_and_report(filename, encode_shape_file(*shapes));
+    if (outcome.succeeded() && !shapes_fit_file(*shapes)) outcome.code = file_status::cut_to_fit;
+    return report_file(outcome);
 }

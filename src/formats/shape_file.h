@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/byte_writer.h"
+#include "base/file_status.h"
 #include "model/car.h"
 
 #include <array>
@@ -51,7 +52,7 @@ void keep_shapes(const ShapeFile& shapes);
 // Reads the models that `mask` selects into CAR(0) .. CAR(2) and CEXP, and PAINTJOBS, which is then held within 1 .. 17
 // with CURPJ below it. "File not found" changes nothing; primitives with more than 17 materials report "Too large, cut
 // to fit".
-void LOAD3SH(const std::string& filename, std::uint32_t mask);
+FileOutcome LOAD3SH(const std::string& filename, std::uint32_t mask);
 // Writes all seven models with PAINTJOBS paint jobs each. Reports "Invalid file name" or "Write error"; "Too large, cut
 // to fit" when the file is written but shapes_fit_file does not hold.
-void SAVE3SH(const std::string& filename);
+FileOutcome SAVE3SH(const std::string& filename);

@@ -237,13 +237,13 @@ TEST_F(FileIo, ReportsASuccessAndKeepsTheLastErrorText) {
     EXPECT_EQ(FILE_ERNUM, file_status::success);
     EXPECT_EQ(FILE_ERROR, "an earlier failure");
 
-    EXPECT_EQ(load_and_report(directory / "file"), new_content);
+    EXPECT_EQ(load_and_report(directory / "file").content, new_content);
     EXPECT_EQ(FILE_ERNUM, file_status::success);
     EXPECT_EQ(FILE_ERROR, "an earlier failure");
 }
 
 TEST_F(FileIo, ReportsFailuresUnderTheNameThatWasAsked) {
-    EXPECT_FALSE(load_and_report(directory / "missing"));
+    EXPECT_FALSE(load_and_report(directory / "missing").content);
     EXPECT_EQ(FILE_FILE, directory / "missing");
     EXPECT_EQ(FILE_ERNUM, file_status::not_found);
     EXPECT_EQ(FILE_ERROR, "File not found");
@@ -258,11 +258,11 @@ TEST_F(FileIo, ReportsFailuresUnderTheNameThatWasAsked) {
 TEST_F(FileIo, ReadsOnlySoMuchOfAHugeFileAndReportsThat) {
     put_file(directory / "file", old_content);
     fs::resize_file(directory / "file", largest_file);
-    EXPECT_EQ(load_and_report(directory / "file")->size(), largest_file);
+    EXPECT_EQ(load_and_report(directory / "file").content->size(), largest_file);
     EXPECT_EQ(FILE_ERNUM, file_status::success);
 
     fs::resize_file(directory / "file", std::uintmax_t{1} << 40);
-    const auto content = load_and_report(directory / "file");
+    const auto content = load_and_report(directory / "file").content;
     EXPECT_EQ(content->size(), largest_file);
     EXPECT_EQ(first_bytes(*content, old_content.size()), old_content);
     EXPECT_EQ(FILE_ERNUM, file_status::cut_to_fit);

@@ -7,7 +7,7 @@ class FileStatus : public testing::Test {};
 
 std::string text_of(std::uint8_t code) {
     FILE_ERROR = "as it was";
-    report_file(code);
+    EXPECT_EQ(report_file({"name", code}), (FileOutcome{"name", code}));
     EXPECT_EQ(FILE_ERNUM, code);
     return FILE_ERROR;
 }
@@ -27,17 +27,25 @@ TEST_F(FileStatus, CodesWithoutTextLeaveIt) {
 }
 
 TEST_F(FileStatus, BeginningNamesTheFileAndKeepsTheLastErrorText) {
-    report_file(file_status::not_found);
+    report_file({"last.res", file_status::not_found});
     begin_file("next.res");
     EXPECT_EQ(FILE_FILE, "next.res");
     EXPECT_EQ(FILE_ERNUM, 0);
     EXPECT_EQ(FILE_ERROR, "File not found");
 }
 
+TEST_F(FileStatus, TheRecordMirrorsCodeAndReasonAndKeepsTheNameThatWasBegun) {
+    begin_file("asked.res");
+    report_file({"other.res", file_status::read_error, "Input/output error"});
+    EXPECT_EQ(FILE_FILE, "asked.res");
+    EXPECT_EQ(FILE_ERNUM, file_status::read_error);
+    EXPECT_EQ(FILE_REASON, "Input/output error");
+}
+
 TEST_F(FileStatus, ResetForgetsAll) {
     begin_file("name");
-    report_file(file_status::write_error);
+    report_file({"name", file_status::write_error, "No space left on device"});
     reset_file_status();
-    EXPECT_EQ(FILE_FILE + FILE_ERROR, "");
+    EXPECT_EQ(FILE_FILE + FILE_ERROR + FILE_REASON, "");
     EXPECT_EQ(FILE_ERNUM, 0);
 }

@@ -101,7 +101,7 @@ protected:
         EXPECT_TRUE(polygons_in("tool.obj") == wanted);
         EXPECT_NE(read_text("tool.obj").find("\nf  1"), std::string::npos) << "the tool puts two blanks";
 
-        const auto import = LOADOBJ("tool.obj", 4);
+        const auto import = LOADOBJ("tool.obj", 4).import;
         ASSERT_TRUE(import);
         EXPECT_EQ(remarks_on(*import), "");
         const auto as_it_is = [](int material) { return std::to_string(material); };

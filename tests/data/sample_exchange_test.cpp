@@ -91,8 +91,8 @@ TEST_P(SampleExchange, ThroughObjThePolygonsStayTheSame) {
     for (int slot = 0; slot < 3; ++slot) {
         const auto index = static_cast<std::size_t>(slot);
         const SHAPEMODEL before = *CAR[index];
-        EXPECT_EQ(SAVEOBJ("body.obj", slot), 0U);
-        const auto import = LOADOBJ("body.obj", slot);
+        EXPECT_EQ(SAVEOBJ("body.obj", slot).left_out, 0U);
+        const auto import = LOADOBJ("body.obj", slot).import;
         ASSERT_TRUE(import);
         EXPECT_EQ(remarks_on(*import), "");
         EXPECT_GT(import->faces, 10U);

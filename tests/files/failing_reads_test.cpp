@@ -51,7 +51,7 @@ std::string as_text(const Bytes& bytes) {
     return text;
 }
 
-std::string saved_by(void (*save)(const std::string&), const std::string& name) {
+std::string saved_by(FileOutcome (*save)(const std::string&), const std::string& name) {
     save(name);
     return read_text(name);
 }

@@ -27,7 +27,7 @@ TEST_F(ObjTables, LoadingReplacesTheBodyOfTheSlotGivenOnly) {
         model = wheels_and_triangle();
     const auto before = CAR;
     PAINTJOBS = 3;
-    const auto import = LOADOBJ(file_with(std::string(triangle_text) + triangle_text), 4);
+    const auto import = LOADOBJ(file_with(std::string(triangle_text) + triangle_text), 4).import;
     EXPECT_EQ(FILE_FILE, directory / "body.obj");
     EXPECT_SUCCESS();
     ASSERT_TRUE(import);
@@ -43,7 +43,7 @@ TEST_F(ObjTables, SavingWritesTheSlotGivenInTheCurrentPaintJob) {
     CAR[3] = wheels_and_triangle();
     CAR[3].edit().prims[4].material[5] = 99;
     CURPJ = 5;
-    EXPECT_EQ(SAVEOBJ(directory / "out.obj", 3), 0U);
+    EXPECT_EQ(SAVEOBJ(directory / "out.obj", 3).left_out, 0U);
     EXPECT_EQ(FILE_FILE, directory / "out.obj");
     EXPECT_SUCCESS();
     EXPECT_EQ(read_text(directory / "out.obj"),
@@ -54,7 +54,7 @@ TEST_F(ObjTables, NoFileIsReportedAndChangesNothing) {
     CAR[0] = wheels_and_triangle();
     for (const std::string& name : names_of_no_file()) {
         reset_file_status();
-        EXPECT_FALSE(LOADOBJ(name, 0));
+        EXPECT_FALSE(LOADOBJ(name, 0).import);
         EXPECT_EQ(FILE_FILE, name);
         EXPECT_FAILURE(file_status::not_found, "File not found");
         EXPECT_TRUE(*CAR[0] == wheels_and_triangle());
@@ -86,7 +86,7 @@ TEST_F(ObjTables, WhatIsOnlyRemarkedOnIsASuccess) {
 TEST_F(ObjTables, PolygonsThatAreNotWrittenAreCounted) {
     CAR[0] = wheels_and_triangle();
     CAR[0].edit().prims[4].vertex[0] = 400;
-    EXPECT_EQ(SAVEOBJ(directory / "out.obj", 0), 1U);
+    EXPECT_EQ(SAVEOBJ(directory / "out.obj", 0).left_out, 1U);
     EXPECT_SUCCESS();
 }
 

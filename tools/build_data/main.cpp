@@ -34,9 +34,8 @@ void write(const fs::path& file, const Bytes& content) {
         throw SourceError(file.string() + ": cannot be written");
 }
 
-// Whether the writer that ran last has written its file.
-void check_saved() {
-    if (FILE_ERNUM != file_status::success) throw SourceError(FILE_FILE + ": " + FILE_ERROR);
+void check_saved(const FileOutcome& outcome) {
+    if (!outcome.succeeded()) throw SourceError(outcome.file + ": " + std::string(error_text(outcome.code)));
 }
 
 std::size_t table_index(const SourceLine& line) {
@@ -79,10 +78,8 @@ void build_car(const fs::path& sources, const std::string& id, const fs::path& g
     store_gauges(cockpit_sources, cockpit);
     read_car(sources / "cars" / id);
 
-    SAVERES((garage / ("car" + id + ".res")).string());
-    check_saved();
-    SAVE3SH((garage / ("st" + id + ".3sh")).string());
-    check_saved();
+    check_saved(SAVERES((garage / ("car" + id + ".res")).string()));
+    check_saved(SAVE3SH((garage / ("st" + id + ".3sh")).string()));
     write(garage / ("stda" + id + ".vsh"), encode_bitmaps(cockpit.dashboard));
     write(garage / ("stdb" + id + ".vsh"), encode_bitmaps(cockpit.dots_and_digits));
 }
