@@ -1,5 +1,6 @@
 #include "app/program.h"
 
+#include "app/everywhere.h"
 #include "app/screens.h"
 #include "base/config.h"
 #include "base/random.h"
@@ -59,6 +60,7 @@ bool start_up(const std::string& invocation_path, std::string& error) {
     fill_tables();
     read_data_files(invocation_path);
     draw_menu_bar();
+    set_loop_hooks({.everywhere = act_everywhere});
     return true;
 }
 

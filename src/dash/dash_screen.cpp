@@ -93,6 +93,7 @@ constexpr KeyBinding<DashScreen> keys[] = {
 };
 
 std::span<const KeyBinding<DashScreen>> keys_of_mode(const DashScreen&) { return mode().keys; }
+const char* heading_of_mode(const DashScreen&) { return mode().key_heading; }
 
 constexpr Step order[] = {Step::redraw, Step::read, Step::menu_bar, Step::widgets, Step::key, Step::mouse};
 
@@ -107,6 +108,7 @@ const Screen<DashScreen> dash_screen{
     .widgets = steer,
     .keys = keys,
     .mode_keys = keys_of_mode,
+    .mode_heading = heading_of_mode,
 };
 
 void DASHMANAGER() {
@@ -115,13 +117,10 @@ void DASHMANAGER() {
     run_screen(state, dash_screen);
 }
 
+// The two gauges have the same.
 std::vector<KeyHelpTable> dash_screen_keys() {
-    return {
-        key_help("", keys),
-        key_help("In the driving test:", driving_mode.keys),
-        key_help("Among the images:", images_mode.keys),
-        key_help("At the steering wheel:", wheel_mode.keys),
-        key_help("At speedometer and tachometer:", speedometer_mode.keys),
-        key_help("At the gear box:", gear_box_mode.keys),
-    };
+    std::vector<KeyHelpTable> tables{key_help("", keys)};
+    for (const DashMode* const one : modes)
+        if (one->key_heading != tables.back().heading) tables.push_back(key_help(one->key_heading, one->keys));
+    return tables;
 }

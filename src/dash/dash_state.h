@@ -39,6 +39,7 @@ struct DashScreen : ScreenState {
 
 // A mode: what it shows and what acts in it. Null where it has none of that.
 struct DashMode {
+    const char* key_heading; // over its keys in a list for a person
     const char* view_title;
     void (*draw_view)(const DashScreen&); // the cockpit and the marks on it, cut at the view
     void (*draw_panel)(const DashScreen&);

@@ -9,11 +9,15 @@ void draw_view(const DashScreen& state) {
 }
 
 constexpr KeyBinding<DashScreen> keys[] = {
-    {{}, "steers left, as long as it is held", nullptr, "cursor left"},
-    {{}, "steers right, as long as it is held", nullptr, "cursor right"},
+    {{key::left}, "steers left, as long as it is held"},
+    {{key::right}, "steers right, as long as it is held"},
 };
 
 } // namespace
 
-const DashMode driving_mode{
-    .view_title = "Driving test", .draw_view = draw_view, .draw_panel = nullptr, .on_mouse = nullptr, .keys = keys};
+const DashMode driving_mode{.key_heading = "In the driving test:",
+                            .view_title = "Driving test",
+                            .draw_view = draw_view,
+                            .draw_panel = nullptr,
+                            .on_mouse = nullptr,
+                            .keys = keys};

@@ -8,6 +8,7 @@
 #include "widgets/widgets.h"
 
 #include <cmath>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -123,17 +124,26 @@ void step_angle(double& angle, int step) {
     if (angle < 0) angle += spoke_angle::whole_turn;
 }
 
+template <const Gauge& gauge, int step>
+bool can_step_count_or_angle(const DashScreen& state) {
+    return state.arcs || (step > 0 ? point_count(gauge) < gauge.most_points : point_count(gauge) > 0);
+}
+
 template <const Gauge& gauge, PointEdit DashScreen::*edit, int step>
 void step_count_or_angle(DashScreen& state) {
     PointEdit& edited = state.*edit;
-    const int count = point_count(gauge);
     if (state.arcs) {
         step_angle(stepped_angle(edited.arc), step);
-    } else if (step > 0 ? count < gauge.most_points : count > 0) {
-        set_point_count(gauge, count + step);
+    } else if (can_step_count_or_angle<gauge, step>(state)) {
+        set_point_count(gauge, point_count(gauge) + step);
         edited.selected = selected_point(state, tips<gauge, edit>);
     }
     state.redraw = true;
+}
+
+template <const Gauge& gauge>
+bool has_points(const DashScreen&) {
+    return point_count(gauge) > 0;
 }
 
 template <PointEdit DashScreen::*edit>
@@ -150,10 +160,15 @@ void swap_ends(DashScreen& state) {
 
 // ODDITY centre-key-other-view (kept): at each zoom the key takes the pointer as if the cockpit stood where it stands
 // at the other one.
+std::optional<CockpitPoint> centre_here(const DashScreen& state) {
+    const CockpitView view{state.zoom, view_at(other_zoom(state.zoom)).area};
+    return view.canvas_point(state.input.mouse.at());
+}
+bool is_over_cockpit(const DashScreen& state) { return centre_here(state).has_value(); }
+
 template <const Gauge& gauge>
 void put_centre_here(DashScreen& state) {
-    const CockpitView view{state.zoom, view_at(other_zoom(state.zoom)).area};
-    const auto place = view.canvas_point(state.input.mouse.at());
+    const auto place = centre_here(state);
     if (!place) return;
     set_gauge_centre(gauge, *place - instruments());
     state.redraw = true;
@@ -162,24 +177,53 @@ void put_centre_here(DashScreen& state) {
 template <const Gauge& gauge, PointEdit DashScreen::*edit, const PointList& list = tips<gauge, edit>>
 constexpr KeyBinding<DashScreen> gauge_keys[] = {
     {{}, "selects the needle tip nearest to the pointer", nullptr, "left button on the cockpit"},
-    {{key::page_up}, "next tip; of the arc, a larger radius", step_selection_by_key<list, 1>},
-    {{key::page_down}, "previous tip; of the arc, a smaller radius", step_selection_by_key<list, -1>},
-    {{key::left}, "moves the tip, or the arc, one pixel left", move_point_by_key<list, -1, 0>},
-    {{key::right}, "moves it one pixel right", move_point_by_key<list, 1, 0>},
-    {{key::up}, "moves it one pixel up", move_point_by_key<list, 0, -1>},
-    {{key::down}, "moves it one pixel down", move_point_by_key<list, 0, 1>},
-    {{key::enter}, "lays all tips along the arc, whose centre becomes the gauge's", act_by_key<list, lay_points>},
-    {{"+", "="}, "one point more; of the arc, an angle raised", step_count_or_angle<gauge, edit, 1>, "+ or ="},
-    {{"-"}, "one point less; of the arc, an angle lowered", step_count_or_angle<gauge, edit, -1>},
-    {{">", "."}, "of the arc, narrower", act_by_key<list, widen_arc>, "> or ."},
-    {{"<", ","}, "of the arc, flatter", act_by_key<list, narrow_arc>, "< or comma"},
-    {{"d", "D"}, "of the arc, the other direction", reverse<edit>, "D"},
-    {{"o", "O"}, "of the arc, start and end change places", swap_ends<edit>, "O"},
-    {{"c", "C"}, "the gauge's centre goes to the pointer", put_centre_here<gauge>, "C"},
+    {{key::page_up},
+     "next tip; of the arc, a larger radius",
+     step_selection_by_key<list, 1>,
+     nullptr,
+     can_step_selection_by_key<list, 1>},
+    {{key::page_down},
+     "previous tip; of the arc, a smaller radius",
+     step_selection_by_key<list, -1>,
+     nullptr,
+     can_step_selection_by_key<list, -1>},
+    {{key::left},
+     "moves the tip, or the arc, one pixel left",
+     move_point_by_key<list, -1, 0>,
+     nullptr,
+     can_move_point_by_key<list, -1, 0>},
+    {{key::right},
+     "moves it one pixel right",
+     move_point_by_key<list, 1, 0>,
+     nullptr,
+     can_move_point_by_key<list, 1, 0>},
+    {{key::up}, "moves it one pixel up", move_point_by_key<list, 0, -1>, nullptr, can_move_point_by_key<list, 0, -1>},
+    {{key::down}, "moves it one pixel down", move_point_by_key<list, 0, 1>, nullptr, can_move_point_by_key<list, 0, 1>},
+    {{key::enter},
+     "lays all tips along the arc, whose centre becomes the gauge's",
+     act_by_key<list, lay_points>,
+     nullptr,
+     has_points<gauge>},
+    {{"+", "="},
+     "one point more; of the arc, an angle raised",
+     step_count_or_angle<gauge, edit, 1>,
+     "+ or =",
+     can_step_count_or_angle<gauge, 1>},
+    {{"-"},
+     "one point less; of the arc, an angle lowered",
+     step_count_or_angle<gauge, edit, -1>,
+     nullptr,
+     can_step_count_or_angle<gauge, -1>},
+    {{">", "."}, "of the arc, narrower", act_by_key<list, widen_arc>, "> or .", can_by_key<list, can_widen_arc>},
+    {{"<", ","}, "of the arc, flatter", act_by_key<list, narrow_arc>, "< or comma", can_by_key<list, can_narrow_arc>},
+    {{"d", "D"}, "of the arc, the other direction", reverse<edit>, "D", edits_arc},
+    {{"o", "O"}, "of the arc, start and end change places", swap_ends<edit>, "O", edits_arc},
+    {{"c", "C"}, "the gauge's centre goes to the pointer", put_centre_here<gauge>, "C", is_over_cockpit},
 };
 
 template <const Gauge& gauge, PointEdit DashScreen::*edit>
 constexpr DashMode gauge_mode{
+    .key_heading = "At speedometer and tachometer:",
     .view_title = "Dash view",
     .draw_view = draw_view<gauge, edit>,
     .draw_panel = draw_panel<gauge, edit>,

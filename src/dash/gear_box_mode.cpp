@@ -86,13 +86,16 @@ void previous_gear(DashScreen& state) {
     state.redraw = true;
 }
 
+bool has_room_for_a_gear(const DashScreen&) { return gear_count() < most_gears; }
+bool has_a_gear(const DashScreen&) { return gear_count() > 0; }
+
 void more_gears(DashScreen& state) {
-    if (gear_count() < most_gears) set_gear_count(gear_count() + 1);
+    if (has_room_for_a_gear(state)) set_gear_count(gear_count() + 1);
     state.redraw = true;
 }
 
 void fewer_gears(DashScreen& state) {
-    if (gear_count() == 0) return;
+    if (!has_a_gear(state)) return;
     set_gear_count(gear_count() - 1);
     state.gear = gear_count() == 0 ? tabs : std::min(state.gear, gear_count());
     state.redraw = true;
@@ -104,12 +107,21 @@ int stepped(int at, int step, int size) {
     return room ? at + step : at;
 }
 
-template <int across, int down>
-void move_knob(DashScreen& state) {
+CockpitPoint moved_knob(const DashScreen& state, int across, int down) {
     CockpitPoint at = knob(worked_on(state));
     if (across != 0) at.x = stepped(at.x, across, gear_box().width);
     if (down != 0) at.y = stepped(at.y, down, gear_box().height);
-    set_knob(worked_on(state), at);
+    return at;
+}
+
+template <int across, int down>
+bool can_move_knob(const DashScreen& state) {
+    return !(moved_knob(state, across, down) == knob(worked_on(state)));
+}
+
+template <int across, int down>
+void move_knob(DashScreen& state) {
+    set_knob(worked_on(state), moved_knob(state, across, down));
     state.redraw = true;
 }
 
@@ -118,15 +130,19 @@ constexpr KeyBinding<DashScreen> keys[] = {
     {{}, "selects the knob of the gear nearest to the pointer", nullptr, "left button on the cockpit"},
     {{key::page_up}, "next gear, after the last one the gate", next_gear},
     {{key::page_down}, "previous gear, before the first one the gate", previous_gear},
-    {{key::left}, "moves the knob, or the gate, one pixel left", move_knob<-1, 0>},
-    {{key::right}, "moves it one pixel right", move_knob<1, 0>},
-    {{key::up}, "moves it one pixel up", move_knob<0, -1>},
-    {{key::down}, "moves it one pixel down", move_knob<0, 1>},
-    {{"+", "="}, "one gear more, 6 at most", more_gears, "+ or ="},
-    {{"-"}, "one gear less", fewer_gears},
+    {{key::left}, "moves the knob, or the gate, one pixel left", move_knob<-1, 0>, nullptr, can_move_knob<-1, 0>},
+    {{key::right}, "moves it one pixel right", move_knob<1, 0>, nullptr, can_move_knob<1, 0>},
+    {{key::up}, "moves it one pixel up", move_knob<0, -1>, nullptr, can_move_knob<0, -1>},
+    {{key::down}, "moves it one pixel down", move_knob<0, 1>, nullptr, can_move_knob<0, 1>},
+    {{"+", "="}, "one gear more, 6 at most", more_gears, "+ or =", has_room_for_a_gear},
+    {{"-"}, "one gear less", fewer_gears, nullptr, has_a_gear},
 };
 
 } // namespace
 
-const DashMode gear_box_mode{
-    .view_title = "Dash view", .draw_view = draw_view, .draw_panel = draw_panel, .on_mouse = on_mouse, .keys = keys};
+const DashMode gear_box_mode{.key_heading = "At the gear box:",
+                             .view_title = "Dash view",
+                             .draw_view = draw_view,
+                             .draw_panel = draw_panel,
+                             .on_mouse = on_mouse,
+                             .keys = keys};

@@ -110,6 +110,8 @@ void step_item(DashScreen& state) {
     state.redraw = true;
 }
 
+bool has_bitmap(const DashScreen& state) { return selected_bitmap(state) != 0; }
+
 template <int across, int down>
 void move_bitmap(DashScreen& state) {
     const int index = selected_bitmap(state);
@@ -148,15 +150,15 @@ constexpr KeyBinding<DashScreen> keys[] = {
     {{}, "moves the bitmap that was pressed on", nullptr, "dragging with the left button"},
     {{key::page_down}, "next item of the list, the first again after the last", step_item<1>},
     {{key::page_up}, "previous item of the list", step_item<-1>},
-    {{key::left}, "moves the bitmap one pixel left", move_bitmap<-1, 0>},
-    {{key::right}, "moves the bitmap one pixel right", move_bitmap<1, 0>},
-    {{key::up}, "moves the bitmap one pixel up", move_bitmap<0, -1>},
-    {{key::down}, "moves the bitmap one pixel down", move_bitmap<0, 1>},
+    {{key::left}, "moves the bitmap one pixel left", move_bitmap<-1, 0>, nullptr, has_bitmap},
+    {{key::right}, "moves the bitmap one pixel right", move_bitmap<1, 0>, nullptr, has_bitmap},
+    {{key::up}, "moves the bitmap one pixel up", move_bitmap<0, -1>, nullptr, has_bitmap},
+    {{key::down}, "moves the bitmap one pixel down", move_bitmap<0, 1>, nullptr, has_bitmap},
     {{key::enter},
      "chooses a picture file to load the bitmap from, or to save it to",
      exchange_bitmap<Dialogue::load_or_save>},
     {{key::ctrl<'S'>}, "chooses a picture file to save the bitmap to", exchange_bitmap<Dialogue::save_only>},
-    {{key::delete_}, "removes the bitmap and its mask", remove_bitmap},
+    {{key::delete_}, "removes the bitmap and its mask", remove_bitmap, nullptr, has_bitmap},
     {{"0", "1", "2", "3", "4", "5", "6", "7", "8", "9"},
      "the last item shows that speed digit",
      choose_digit,
@@ -165,5 +167,9 @@ constexpr KeyBinding<DashScreen> keys[] = {
 
 } // namespace
 
-const DashMode images_mode{
-    .view_title = "Dash view", .draw_view = draw_view, .draw_panel = draw_panel, .on_mouse = on_mouse, .keys = keys};
+const DashMode images_mode{.key_heading = "Among the images:",
+                           .view_title = "Dash view",
+                           .draw_view = draw_view,
+                           .draw_panel = draw_panel,
+                           .on_mouse = on_mouse,
+                           .keys = keys};

@@ -6,9 +6,12 @@ namespace {
 
 constexpr double eccentricity_step = 1.05, least_eccentricity = 0.5, most_eccentricity = 2;
 
+bool has_room_for_radius(const Arc& arc, const PointList& list, int step) {
+    return step > 0 ? arc.radius < list.most_radius : arc.radius > list.least_radius;
+}
+
 void step_radius(Arc& arc, const PointList& list, int step) {
-    const bool room = step > 0 ? arc.radius < list.most_radius : arc.radius > list.least_radius;
-    if (room) arc.radius += step;
+    if (has_room_for_radius(arc, list, step)) arc.radius += step;
 }
 
 // What already lies outside the bounds is only moved towards them.
@@ -43,15 +46,32 @@ void move_point(DashScreen& state, const PointList& list, int across, int down) 
     state.redraw = true;
 }
 
+bool can_step_selection(const DashScreen& state, const PointList& list, int step) {
+    if (state.arcs) return has_room_for_radius((state.*list.edit).arc, list, step);
+    const int selected = selected_point(state, list);
+    return step > 0 ? selected < list.last() : selected > 0;
+}
+
+bool can_move_point(const DashScreen& state, const PointList& list, int across, int down) {
+    const CockpitPoint at = state.arcs ? (state.*list.edit).arc.centre : list.point(selected_point(state, list));
+    return !(moved(at, across, down, list.highest_y) == at);
+}
+
+bool can_widen_arc(const DashScreen& state, const PointList& list) {
+    return state.arcs && (state.*list.edit).arc.eccentricity < most_eccentricity;
+}
+
+bool can_narrow_arc(const DashScreen& state, const PointList& list) {
+    return state.arcs && (state.*list.edit).arc.eccentricity > least_eccentricity;
+}
+
 void widen_arc(DashScreen& state, const PointList& list) {
-    double& eccentricity = (state.*list.edit).arc.eccentricity;
-    if (state.arcs && eccentricity < most_eccentricity) eccentricity *= eccentricity_step;
+    if (can_widen_arc(state, list)) (state.*list.edit).arc.eccentricity *= eccentricity_step;
     state.redraw = true;
 }
 
 void narrow_arc(DashScreen& state, const PointList& list) {
-    double& eccentricity = (state.*list.edit).arc.eccentricity;
-    if (state.arcs && eccentricity > least_eccentricity) eccentricity /= eccentricity_step;
+    if (can_narrow_arc(state, list)) (state.*list.edit).arc.eccentricity /= eccentricity_step;
     state.redraw = true;
 }
 

@@ -23,6 +23,12 @@ void widen_arc(DashScreen& state, const PointList& list);
 void narrow_arc(DashScreen& state, const PointList& list);
 void lay_points(DashScreen& state, const PointList& list);
 
+// Whether these do anything now.
+bool can_step_selection(const DashScreen& state, const PointList& list, int step);
+bool can_move_point(const DashScreen& state, const PointList& list, int across, int down);
+bool can_widen_arc(const DashScreen& state, const PointList& list);
+bool can_narrow_arc(const DashScreen& state, const PointList& list);
+
 // The selected index, lowered to the last one if the list has become shorter.
 int selected_point(const DashScreen& state, const PointList& list);
 
@@ -39,3 +45,16 @@ template <const PointList& list, void (*act)(DashScreen&, const PointList&)>
 void act_by_key(DashScreen& state) {
     act(state, list);
 }
+template <const PointList& list, int step>
+bool can_step_selection_by_key(const DashScreen& state) {
+    return can_step_selection(state, list, step);
+}
+template <const PointList& list, int across, int down>
+bool can_move_point_by_key(const DashScreen& state) {
+    return can_move_point(state, list, across, down);
+}
+template <const PointList& list, bool (*can)(const DashScreen&, const PointList&)>
+bool can_by_key(const DashScreen& state) {
+    return can(state, list);
+}
+inline bool edits_arc(const DashScreen& state) { return state.arcs; }

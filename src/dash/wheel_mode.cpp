@@ -88,28 +88,64 @@ void on_mouse(DashScreen& state, CockpitPoint place) {
 // ODDITY wheel-spokes-unused (kept): the number of spokes is shown and changed, but the markers are always laid in 30
 // steps.
 template <int step>
+bool can_step_spokes(const DashScreen& state) {
+    return step > 0 ? state.spokes < last_marker : state.spokes > 1;
+}
+
+template <int step>
 void step_spokes(DashScreen& state) {
-    const bool room = step > 0 ? state.spokes < last_marker : state.spokes > 1;
-    if (room) state.spokes += step;
+    if (can_step_spokes<step>(state)) state.spokes += step;
     state.redraw = true;
 }
 
 constexpr KeyBinding<DashScreen> keys[] = {
     {{}, "selects the marker nearest to the pointer, on either side", nullptr, "left button on the cockpit"},
-    {{key::page_up}, "next marker; of the arc, a larger radius", step_selection_by_key<markers, 1>},
-    {{key::page_down}, "previous marker; of the arc, a smaller radius", step_selection_by_key<markers, -1>},
-    {{key::left}, "moves the marker, or the arc, one pixel left", move_point_by_key<markers, -1, 0>},
-    {{key::right}, "moves it one pixel right", move_point_by_key<markers, 1, 0>},
-    {{key::up}, "moves it one pixel up", move_point_by_key<markers, 0, -1>},
-    {{key::down}, "moves it one pixel down", move_point_by_key<markers, 0, 1>},
+    {{key::page_up},
+     "next marker; of the arc, a larger radius",
+     step_selection_by_key<markers, 1>,
+     nullptr,
+     can_step_selection_by_key<markers, 1>},
+    {{key::page_down},
+     "previous marker; of the arc, a smaller radius",
+     step_selection_by_key<markers, -1>,
+     nullptr,
+     can_step_selection_by_key<markers, -1>},
+    {{key::left},
+     "moves the marker, or the arc, one pixel left",
+     move_point_by_key<markers, -1, 0>,
+     nullptr,
+     can_move_point_by_key<markers, -1, 0>},
+    {{key::right},
+     "moves it one pixel right",
+     move_point_by_key<markers, 1, 0>,
+     nullptr,
+     can_move_point_by_key<markers, 1, 0>},
+    {{key::up},
+     "moves it one pixel up",
+     move_point_by_key<markers, 0, -1>,
+     nullptr,
+     can_move_point_by_key<markers, 0, -1>},
+    {{key::down},
+     "moves it one pixel down",
+     move_point_by_key<markers, 0, 1>,
+     nullptr,
+     can_move_point_by_key<markers, 0, 1>},
     {{key::enter}, "lays all markers along the arc", act_by_key<markers, lay_points>},
-    {{"+", "="}, "one spoke more, 30 at most", step_spokes<1>, "+ or ="},
-    {{"-"}, "one spoke less", step_spokes<-1>},
-    {{">", "."}, "of the arc, narrower", act_by_key<markers, widen_arc>, "> or ."},
-    {{"<", ","}, "of the arc, flatter", act_by_key<markers, narrow_arc>, "< or comma"},
+    {{"+", "="}, "one spoke more, 30 at most", step_spokes<1>, "+ or =", can_step_spokes<1>},
+    {{"-"}, "one spoke less", step_spokes<-1>, nullptr, can_step_spokes<-1>},
+    {{">", "."}, "of the arc, narrower", act_by_key<markers, widen_arc>, "> or .", can_by_key<markers, can_widen_arc>},
+    {{"<", ","},
+     "of the arc, flatter",
+     act_by_key<markers, narrow_arc>,
+     "< or comma",
+     can_by_key<markers, can_narrow_arc>},
 };
 
 } // namespace
 
-const DashMode wheel_mode{
-    .view_title = "Dash view", .draw_view = draw_view, .draw_panel = draw_panel, .on_mouse = on_mouse, .keys = keys};
+const DashMode wheel_mode{.key_heading = "At the steering wheel:",
+                          .view_title = "Dash view",
+                          .draw_view = draw_view,
+                          .draw_panel = draw_panel,
+                          .on_mouse = on_mouse,
+                          .keys = keys};

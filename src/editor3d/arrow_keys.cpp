@@ -29,57 +29,56 @@ constexpr ArrowRow rows[] = {
      {1, 0, 0},
      {q, 0, 0},
      {half_width, 1, widest},
-     "Car: x grows; Wheels: track wider; Resize W.: wider; Collision: wider, up to 50"},
+     {"x grows", "track wider", "wider", "wider, up to 50"}},
     {key::right,
      {side},
      {0, 1, 0},
      {0, q, 0},
      {0, 0, q},
      {half_length, 1, longest},
-     "Car: y grows; Wheels: wheelbase longer by a quarter of the snap; Resize W.: larger rims; "
-     "Collision: longer, up to 80"},
+     {"y grows", "wheelbase longer by a quarter of the snap", "larger rims", "longer, up to 80"}},
     {key::left,
      {top, front},
      {-1, 0, 0},
      {-1, 0, 0},
      {-q, 0, 0},
      {half_width, -1, least},
-     "Car: x falls; Wheels: track narrower; Resize W.: narrower; Collision: narrower, down to 1"},
+     {"x falls", "track narrower", "narrower", "narrower, down to 1"}},
     {key::left,
      {side},
      {0, -1, 0},
      {0, -1, 0},
      {0, 0, -q},
      {half_length, -1, least},
-     "Car: y falls; Wheels: wheelbase shorter; Resize W.: smaller rims; Collision: shorter, down to 1"},
+     {"y falls", "wheelbase shorter", "smaller rims", "shorter, down to 1"}},
     {key::up,
      {top},
      {0, 1, 0},
      {0, 1, 0},
      {0, q, q},
      {half_length, 1, longest},
-     "Car: y grows; Wheels: wheelbase longer; Resize W.: larger tyres and rims; Collision: longer, up to 80"},
+     {"y grows", "wheelbase longer", "larger tyres and rims", "longer, up to 80"}},
     {key::up,
      {front, side},
      {0, 0, 1},
      {0, 0, 1},
      {0, q, 0},
      {height, 1, highest},
-     "Car, Wheels: upwards; Resize W.: larger tyres; Collision: higher, up to 40"},
+     {"upwards", "upwards", "larger tyres", "higher, up to 40"}},
     {key::down,
      {top},
      {0, -1, 0},
      {0, -1, 0},
      {0, -q, -q},
      {half_length, -1, least},
-     "Car: y falls; Wheels: wheelbase shorter; Resize W.: smaller tyres and rims; Collision: shorter, down to 1"},
+     {"y falls", "wheelbase shorter", "smaller tyres and rims", "shorter, down to 1"}},
     {key::down,
      {front, side},
      {0, 0, -1},
      {0, 0, -1},
      {0, -q, 0},
      {height, -1, least},
-     "Car, Wheels: downwards; Resize W.: smaller tyres; Collision: lower, down to 1"},
+     {"downwards", "downwards", "smaller tyres", "lower, down to 1"}},
 };
 
 void step_word(const CollisionStep& step) {
@@ -96,23 +95,59 @@ void apply(void (*change)(double, double, double), const SnapVector& parts, doub
 
 std::span<const ArrowRow> arrow_rows() { return rows; }
 
-KeyHelpTable arrow_key_help() {
+namespace {
+
+std::string keys_over_views(const ArrowRow& row) {
     constexpr std::array<const char*, 4> names{"", "Top", "Front", "Side"};
-    KeyHelpTable help{"The cursor keys, by view and move mode:", {}};
-    for (const ArrowRow& row : rows) {
-        std::string keys = names_of({row.key}) + " over " + names[static_cast<std::size_t>(row.views[0])];
-        if (row.views[1] != 0) keys += std::string(", ") + names[static_cast<std::size_t>(row.views[1])];
-        help.rows.push_back({keys, row.words});
+    std::string keys = names_of({row.key}) + " over " + names[static_cast<std::size_t>(row.views[0])];
+    if (row.views[1] != 0) keys += std::string(", ") + names[static_cast<std::size_t>(row.views[1])];
+    return keys;
+}
+
+const char* words_in(const ArrowRow& row, int mode) { return row.words[static_cast<std::size_t>(mode)]; }
+
+// "Car: x grows; Wheels: ...": modes in which the same happens stand together.
+std::string words_in_all_modes(const ArrowRow& row) {
+    std::string words;
+    for (int mode = 0; mode < move_modes; ++mode) {
+        const bool goes_on = mode + 1 < move_modes && std::string_view(words_in(row, mode)) == words_in(row, mode + 1);
+        words += move_mode_name(static_cast<MoveMode>(mode));
+        words += goes_on ? std::string(", ") : std::string(": ") + words_in(row, mode);
+        if (!goes_on && mode + 1 < move_modes) words += "; ";
     }
-    help.rows.push_back({"cursor keys over the 3D view, or over none", "turn the model in the 3D view"});
+    return words;
+}
+
+KeyHelp turning(bool works) {
+    return {"cursor keys over the 3D view, or over none", "turn the model in the 3D view", works};
+}
+
+bool acts_over(const ArrowRow& row, int view) { return std::ranges::find(row.views, view) != row.views.end(); }
+
+} // namespace
+
+KeyHelpTable arrow_key_help() {
+    KeyHelpTable help{"The cursor keys, by view and move mode:", {}};
+    for (const ArrowRow& row : rows)
+        help.rows.push_back({keys_over_views(row), words_in_all_modes(row)});
+    help.rows.push_back(turning(true));
+    return help;
+}
+
+KeyHelpTable arrow_key_help_now(MoveMode mode, int hovered) {
+    KeyHelpTable help{std::string("The cursor keys in the move mode ") + move_mode_name(mode) + ":", {}};
+    const bool in_a_drawing = hovered >= top && hovered <= side;
+    for (const ArrowRow& row : rows)
+        help.rows.push_back(
+            {keys_over_views(row), words_in(row, static_cast<int>(mode)), in_a_drawing && acts_over(row, hovered)});
+    help.rows.push_back(turning(!in_a_drawing));
     return help;
 }
 
 const ArrowRow* arrow_row(std::string_view typed, int view) {
     if (view == 0) return nullptr;
-    const ArrowRow* const row = std::ranges::find_if(rows, [&](const ArrowRow& at) {
-        return typed == at.key && std::ranges::find(at.views, view) != at.views.end();
-    });
+    const ArrowRow* const row =
+        std::ranges::find_if(rows, [&](const ArrowRow& at) { return typed == at.key && acts_over(at, view); });
     return row == std::end(rows) ? nullptr : row;
 }
 

@@ -27,10 +27,12 @@ struct ArrowRow {
     std::array<int, 2> views{}; // 1 top, 2 front, 3 side; 0 where there is only one
     SnapVector car{}, wheels{}, wheel_size{};
     CollisionStep collision;
-    const char* words = ""; // what it does in each mode, for a person
+    std::array<const char*, move_modes> words{}; // what it does in each mode, for a person
 };
 std::span<const ArrowRow> arrow_rows();
-KeyHelpTable arrow_key_help();
+KeyHelpTable arrow_key_help(); // in all modes
+// In one of them, with the pointer over a view (0 for none).
+KeyHelpTable arrow_key_help_now(MoveMode mode, int hovered);
 
 // The row of an arrow key in a wireframe view; null for the 3D view, no view, and other keys.
 const ArrowRow* arrow_row(std::string_view typed, int view);

@@ -95,6 +95,14 @@ void on_mouse(EditorScreen& state) {
     zoom(state, wheel_steps);
 }
 
+// --- what does something now ----------------------------------------------------------------------------------------
+
+bool can_double(const EditorScreen& state) { return state.snap < snap_doubles_below; }
+bool can_halve(const EditorScreen& state) { return state.snap > snap_halves_above; }
+bool has_another_job(const EditorScreen&) { return PAINTJOBS > 1; }
+bool has_room_for_a_job(const EditorScreen&) { return PAINTJOBS < most_added_paint_jobs; }
+bool is_over_3d(const EditorScreen& state) { return state.hovered == view_3d; }
+
 // --- keys -----------------------------------------------------------------------------------------------------------
 
 void turn(EditorScreen& state) {
@@ -119,13 +127,13 @@ void next_mode(EditorScreen& state) {
 }
 
 void double_snap(EditorScreen& state) {
-    if (state.snap >= snap_doubles_below) return;
+    if (!can_double(state)) return;
     state.snap *= 2;
     state.panel = true;
 }
 
 void halve_snap(EditorScreen& state) {
-    if (state.snap <= snap_halves_above) return;
+    if (!can_halve(state)) return;
     state.snap /= 2;
     state.panel = true;
 }
@@ -172,7 +180,7 @@ void paste(EditorScreen& state) {
 }
 
 void open_panel(EditorScreen& state) {
-    if (state.hovered == view_3d) PJSELECTION();
+    if (is_over_3d(state)) PJSELECTION();
 }
 
 void shade(EditorScreen& state) {
@@ -218,15 +226,15 @@ constexpr KeyBinding<EditorScreen> keys[] = {
     {{}, "zooms it, 1 to 10,000 pixels a model unit", nullptr, "wheel over a view"},
     {{key::left, key::right, key::up, key::down}, "move, resize and turn, see below", arrow, "cursor keys"},
     {{key::tab}, "next move mode; with Ctrl the previous one", next_mode},
-    {{"*"}, "doubles the move snap, up to 1.6", double_snap},
-    {{"/"}, "halves the move snap, down to 0.00625", halve_snap},
+    {{"*"}, "doubles the move snap, up to 1.6", double_snap, nullptr, can_double},
+    {{"/"}, "halves the move snap, down to 0.00625", halve_snap, nullptr, can_halve},
     {{"m", "M"}, "next model slot", next_slot, "M"},
     {{"1", "2", "3", "4", "5"}, "model slot of this number", numbered_slot, "1 to 5"},
-    {{"p", "P", "."}, "next paint job", next_paint_job, "P, ."},
-    {{","}, "previous paint job", previous_paint_job},
-    {{key::ctrl<'P'>}, "adds a paint job, a copy of the shown one, 16 at most", add_job},
-    {{key::ctrl<'O'>}, "removes the shown paint job", remove_job},
-    {{key::enter}, "opens the paint-job panel", open_panel, "Enter over the 3D view"},
+    {{"p", "P", "."}, "next paint job", next_paint_job, "P, .", has_another_job},
+    {{","}, "previous paint job", previous_paint_job, nullptr, has_another_job},
+    {{key::ctrl<'P'>}, "adds a paint job, a copy of the shown one, 16 at most", add_job, nullptr, has_room_for_a_job},
+    {{key::ctrl<'O'>}, "removes the shown paint job", remove_job, nullptr, has_another_job},
+    {{key::enter}, "opens the paint-job panel", open_panel, "Enter over the 3D view", is_over_3d},
     {{key::ctrl<'C'>}, "copies the model", copy},
     {{key::ctrl<'V'>}, "replaces the model by the copy", paste},
     {{key::ctrl<'A'>}, "shades the model's faces by where they look", shade},
@@ -239,6 +247,10 @@ constexpr KeyBinding<EditorScreen> keys[] = {
 
 constexpr Step order[] = {Step::redraw, Step::read, Step::mouse, Step::menu_bar, Step::key};
 
+std::vector<KeyHelpTable> arrows_now(const EditorScreen& state) {
+    return {arrow_key_help_now(state.mode, state.hovered)};
+}
+
 } // namespace
 
 const Screen<EditorScreen> editor_screen{
@@ -246,6 +258,7 @@ const Screen<EditorScreen> editor_screen{
     .redraw = redraw,
     .on_mouse = on_mouse,
     .keys = keys,
+    .further_keys = arrows_now,
 };
 
 void EDIT3D() {

@@ -9,6 +9,7 @@
 #include "window/window.h"
 
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -80,8 +81,11 @@ constexpr PanelKey keys[] = {
 Answer on_input(PaintJobPanel& panel, const Input& input) {
     panel.hovered = scheme_at(input.mouse.at());
     if (input.mouse.buttons == 2) return cancel(panel);
-    if (const PanelKey* const row = row_of(std::span<const PanelKey>(keys), input.key); row && row->action)
-        return row->action(panel);
+    if (!input.key.empty()) {
+        const PanelKey* const row = row_of(std::span<const PanelKey>(keys), input.key);
+        if (row) return row->action(panel);
+        say_where_keys_are();
+    }
     if (input.mouse.buttons == 1 && panel.hovered != no_scheme) {
         panel.chosen = panel.hovered;
         return Answer::done;
@@ -102,7 +106,8 @@ void PJSELECTION() {
     PaintJobPanel panel;
     panel.hovered = scheme_at(mouse().at());
     if (wait_for_release())
-        run_nested([&] { move_highlight(panel); }, [&](const Input& input) { return on_input(panel, input); });
+        run_nested([&] { move_highlight(panel); }, [&](const Input& input) { return on_input(panel, input); },
+                   [] { return std::vector{paint_job_panel_keys()}; });
     if (panel.chosen != no_scheme) recolour_with(panel.chosen);
     wait_for_release();
     // ODDITY panel-leaves-a-gap (kept): nothing is drawn in the panel's place, and the views keep the old colours,

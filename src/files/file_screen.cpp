@@ -246,6 +246,10 @@ void transfer_by_key(FileScreen& state) {
     run_transfer(state, direction);
 }
 
+bool names_something(const FileScreen& state) { return stands_for_files(state.field(Field::file).text()); }
+bool is_in_directory_field(const FileScreen& state) { return state.focus == Field::directory; }
+bool lists_cars(const FileScreen& state) { return state.mode == file_screen_mode::cars; }
+
 constexpr KeyBinding<FileScreen> keys[] = {
     {{},
      "a car or file goes into the File field; a directory or link is entered. \" (c/p)\" marks a project",
@@ -260,10 +264,11 @@ constexpr KeyBinding<FileScreen> keys[] = {
     {{key::enter},
      "enters that directory; until then files come from, and go to, the one before",
      enter_typed_directory,
-     "Enter in Dir"},
-    {{key::ctrl<'L'>}, "loads", transfer_by_key<Transfer::load>, "Ctrl+L, \"Load File\""},
-    {{key::ctrl<'S'>}, "saves", transfer_by_key<Transfer::save>, "Ctrl+S, \"Save File\""},
-    {{key::ctrl<'C'>}, "shows cars by name, or car files", toggle_list, "Ctrl+C, \"Toggle Cars/Files\""},
+     "Enter in Dir",
+     is_in_directory_field},
+    {{key::ctrl<'L'>}, "loads", transfer_by_key<Transfer::load>, "Ctrl+L, \"Load File\"", names_something},
+    {{key::ctrl<'S'>}, "saves", transfer_by_key<Transfer::save>, "Ctrl+S, \"Save File\"", names_something},
+    {{key::ctrl<'C'>}, "shows cars by name, or car files", toggle_list, "Ctrl+C, \"Toggle Cars/Files\"", lists_cars},
     {{key::escape, key::close_window}, "ends the program", end_program<FileScreen>},
 };
 

@@ -188,10 +188,14 @@ TransferReport transfer_car(Transfer direction, const std::string& name) {
 
 } // namespace
 
+bool stands_for_files(const std::string& name) {
+    return name.find('.') != std::string::npos || name.size() == identifier_length;
+}
+
 TransferReport transfer(Transfer direction, const std::string& name) {
     FILE_ERNUM = file_status::nothing_done;
-    if (name.find('.') == std::string::npos)
-        return name.size() == identifier_length ? transfer_car(direction, name) : TransferReport{};
+    if (!stands_for_files(name)) return {};
+    if (name.find('.') == std::string::npos) return transfer_car(direction, name);
 
     const FileKind* kind = kind_of(name);
     if (!kind || (direction == Transfer::save && !kind->save)) return {.unknown_format = true};

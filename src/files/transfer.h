@@ -15,6 +15,9 @@ struct TransferReport {
     std::string first_failure{}; // of a car's four files, the first that failed with its error; empty when none did
 };
 
+// Whether transfer() does anything with such a name: it has an extension, or is an identifier.
+bool stands_for_files(const std::string& name);
+
 // Does what the name asks for. Without a ".", a name of exactly four characters stands for the car's four files, in
 // small letters or, where they are there only otherwise, as the directory spells them; any other name does nothing.
 // When one of the four is there but cannot be read, the whole car stays as it was before. Sets the file-status record.

@@ -11,6 +11,7 @@
 namespace {
 
 constexpr int highest_zoom = 4;
+constexpr int most_torque = 255;
 
 void draw_layout(const ParameterScreen& state, Canvas& canvas) {
     clear_work_area(canvas);
@@ -139,19 +140,25 @@ void step_torque(ParameterScreen& state) {
     state.redraw = true;
 }
 
+bool is_over_curve(const ParameterScreen& state) { return over_curve(state.input.mouse.x, state.input.mouse.y); }
+bool has_previous(const ParameterScreen& state) { return state.graph.selected > 0; }
+bool has_next(const ParameterScreen& state) { return state.graph.selected + 1 < torque_points; }
+bool can_rise(const ParameterScreen& state) { return torque(state.graph.selected) < most_torque; }
+bool can_fall(const ParameterScreen& state) { return torque(state.graph.selected) > 0; }
+
 constexpr KeyBinding<ParameterScreen> keys[] = {
     {{}, "edits it; Powergear: next class", nullptr, "click on a value"},
     {{}, "sets the torque there, as long as it is down", nullptr, "left button on the curve"},
     {{}, "selects the point", nullptr, "right button on the curve"},
     {{}, "drags the engine speed", nullptr, "left button on a mark below the graph"},
-    {{"i", "I"}, "idle speed at the pointer", set_marker_here<1>, "I over the curve"},
-    {{"d", "D"}, "downshift speed at the pointer", set_marker_here<2>, "D over the curve"},
-    {{"u", "U"}, "upshift speed at the pointer", set_marker_here<3>, "U over the curve"},
-    {{"m", "M"}, "maximum engine speed at the pointer", set_marker_here<4>, "M over the curve"},
-    {{key::left}, "previous point of the curve", step_point<-1>},
-    {{key::right}, "next point of the curve", step_point<1>},
-    {{key::up}, "torque of the selected point, one more", step_torque<1>},
-    {{key::down}, "torque of the selected point, one less", step_torque<-1>},
+    {{"i", "I"}, "idle speed at the pointer", set_marker_here<1>, "I over the curve", is_over_curve},
+    {{"d", "D"}, "downshift speed at the pointer", set_marker_here<2>, "D over the curve", is_over_curve},
+    {{"u", "U"}, "upshift speed at the pointer", set_marker_here<3>, "U over the curve", is_over_curve},
+    {{"m", "M"}, "maximum engine speed at the pointer", set_marker_here<4>, "M over the curve", is_over_curve},
+    {{key::left}, "previous point of the curve", step_point<-1>, nullptr, has_previous},
+    {{key::right}, "next point of the curve", step_point<1>, nullptr, has_next},
+    {{key::up}, "torque of the selected point, one more", step_torque<1>, nullptr, can_rise},
+    {{key::down}, "torque of the selected point, one less", step_torque<-1>, nullptr, can_fall},
     {{"z", "Z"}, "next zoom of the torque axis, 1 to 4", next_zoom, "Z"},
     {{}, "edits the description", nullptr, "click on the Specifications box"},
     {{key::escape, key::close_window}, "ends the program", end_program<ParameterScreen>},

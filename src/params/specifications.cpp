@@ -8,6 +8,7 @@
 #include "window/window.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace {
 
@@ -142,7 +143,8 @@ void draw_edit(const SpecificationsEdit& edit) {
 EditEnd edit_specifications() {
     SpecificationsEdit edit(CARINFO);
     const EditEnd end = run_edit(
-        opening_area, [&] { draw_edit(edit); }, [&](const std::string& key) { return edit.on_key(key); });
+        opening_area, [&] { draw_edit(edit); }, [&](const std::string& key) { return edit.on_key(key); }, TabKey::typed,
+        [] { return std::vector{specification_keys()}; });
     if (end == EditEnd::stored) CARINFO = join_specifications(edit.lines());
     return end;
 }

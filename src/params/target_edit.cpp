@@ -10,6 +10,7 @@
 
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -253,7 +254,8 @@ EditEnd edit_entry(const PARAMINPUT& target) {
     TargetEntry entry(target);
     const EditEnd end = run_edit(
         target_area(target), [&] { draw_entry(target, entry.field()); },
-        [&](const std::string& key) { return entry.on_key(key); }, TabKey::leads_on);
+        [&](const std::string& key) { return entry.on_key(key); }, TabKey::leads_on,
+        [] { return std::vector{target_entry_keys()}; });
     if (end == EditEnd::stored || end == EditEnd::next) store_entry(target, entry);
     const ScreenLock lock;
     fill_edit_box(target, entry.field(), colour::background);

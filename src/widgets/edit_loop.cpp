@@ -16,10 +16,10 @@ std::optional<EditEnd> end_by(const std::string& typed, TabKey tab) {
 } // namespace
 
 EditEnd run_edit(const Rectangle& field, const std::function<void()>& draw,
-                 const std::function<bool(const std::string&)>& on_key, TabKey tab) {
+                 const std::function<bool(const std::string&)>& on_key, TabKey tab, const KeyScope::Tables& keys) {
     EditEnd end = EditEnd::closed;
     bool handed_back = false;
-    run_nested(draw, [&](const Input& input) {
+    const auto answer = [&](const Input& input) {
         if (input.pressed()) {
             end = EditEnd::pressed;
             handed_back = !field.contains(input.mouse.at());
@@ -30,7 +30,8 @@ EditEnd run_edit(const Rectangle& field, const std::function<void()>& draw,
             return Answer::done;
         }
         return !input.key.empty() && on_key(input.key) ? Answer::changed : Answer::nothing;
-    });
+    };
+    run_nested(draw, answer, keys);
     if (!handed_back) spend_press();
     return end;
 }

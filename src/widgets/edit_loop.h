@@ -2,6 +2,7 @@
 #pragma once
 
 #include "drawing/canvas.h"
+#include "widgets/key_scope.h"
 
 #include <cstdint>
 #include <functional>
@@ -21,4 +22,5 @@ enum class EditEnd : std::uint8_t {
 // `field`, it is spent. So is a button that is still down after Enter or Escape.
 enum class TabKey : std::uint8_t { typed, leads_on }; // whether on_key is given it, or it ends the edit
 EditEnd run_edit(const Rectangle& field, const std::function<void()>& draw,
-                 const std::function<bool(const std::string&)>& on_key, TabKey tab = TabKey::typed);
+                 const std::function<bool(const std::string&)>& on_key, TabKey tab = TabKey::typed,
+                 const KeyScope::Tables& keys = {});

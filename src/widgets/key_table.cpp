@@ -1,11 +1,13 @@
 #include "widgets/key_table.h"
 
+#include "widgets/strip.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace {
 
-constexpr std::array<std::pair<std::string_view, const char*>, 19> names{{{key::escape, "Escape"},
+constexpr std::array<std::pair<std::string_view, const char*>, 20> names{{{key::escape, "Escape"},
                                                                           {key::enter, "Enter"},
                                                                           {key::backspace, "Backspace"},
                                                                           {key::tab, "Tab"},
@@ -23,6 +25,7 @@ constexpr std::array<std::pair<std::string_view, const char*>, 19> names{{{key::
                                                                           {key::any_character, "characters"},
                                                                           {" ", "Space"},
                                                                           {key::f1, "F1"},
+                                                                          {key::f2, "F2"},
                                                                           {key::close_window, ""}}};
 
 std::string name_of(std::string_view typed) {
@@ -48,3 +51,5 @@ std::string names_of(const RowKeys& keys) {
     }
     return all;
 }
+
+void say_where_keys_are() { say("F1 shows the keys"); }

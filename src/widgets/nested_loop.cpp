@@ -1,5 +1,6 @@
 #include "widgets/nested_loop.h"
 
+#include "widgets/screen_loop.h"
 #include "widgets/strip.h"
 #include "window/window.h"
 
@@ -12,8 +13,10 @@ void draw_locked(const std::function<void()>& draw) {
 
 } // namespace
 
-bool run_nested(const std::function<void()>& draw, const std::function<Answer(const Input&)>& answer) {
+bool run_nested(const std::function<void()>& draw, const std::function<Answer(const Input&)>& answer,
+                const KeyScope::Tables& keys) {
     const InputScope scope(InputScope::Start::here);
+    const KeyScope known(keys);
     draw_locked(draw);
     for (;;) {
         keep_strip();
@@ -21,6 +24,10 @@ bool run_nested(const std::function<void()>& draw, const std::function<Answer(co
         if (input.key == key::close_window) {
             unread_input();
             return false;
+        }
+        if (keys && taken_everywhere(input)) {
+            if (screen_is_left()) return false;
+            continue;
         }
         switch (answer(input)) {
         case Answer::nothing: break;

@@ -4,6 +4,7 @@
 // loop around it ends in turn. Waiting for a button's release is wait_for_release() (window/input.h).
 #pragma once
 
+#include "widgets/key_scope.h"
 #include "window/input.h"
 
 #include <cstdint>
@@ -19,4 +20,8 @@ enum class Answer : std::uint8_t {
 
 // Draws, then hands on one input after another, drawing again whenever one changed something, until one is answered
 // with an end. A drawing is one frame. False when the window's close request ended it.
-bool run_nested(const std::function<void()>& draw, const std::function<Answer(const Input&)>& answer);
+//
+// With `keys`, the keys that hold everywhere act here as well (screen_loop.h), and may leave the screen: then it ends
+// as by the close request. Without, every key is its own.
+bool run_nested(const std::function<void()>& draw, const std::function<Answer(const Input&)>& answer,
+                const KeyScope::Tables& keys = {});

@@ -21,8 +21,17 @@ void repaint_screens() {
         running->state_.repaint = true;
 }
 
-RunningScreen::RunningScreen(ScreenState& state)
-    : state_(state), around_(std::exchange(innermost, this)), number_(CURMENU) {}
+bool taken_everywhere(const Input& input) { return !input.key.empty() && hooks.everywhere && hooks.everywhere(input); }
+
+void leave_screens() {
+    for (RunningScreen* running = innermost; running; running = running->around_)
+        running->state_.leave = true;
+}
+
+bool screen_is_left() { return innermost && innermost->left(); }
+
+RunningScreen::RunningScreen(ScreenState& state, KeyScope::Tables keys)
+    : state_(state), keys_(std::move(keys)), around_(std::exchange(innermost, this)), number_(CURMENU) {}
 
 RunningScreen::~RunningScreen() {
     handled();
@@ -49,8 +58,8 @@ void RunningScreen::read() {
     keep_strip();
     state_.input = read_input();
     acted_on_ = false;
-    const bool taken = !state_.input.key.empty() && hooks.before && hooks.before(state_.input);
-    if (taken) state_.input.key.clear();
+    const bool before = !state_.input.key.empty() && hooks.before && hooks.before(state_.input);
+    if (before || taken_everywhere(state_.input)) state_.input.key.clear();
 }
 
 void RunningScreen::keep_menu_bar() {

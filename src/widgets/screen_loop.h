@@ -10,14 +10,19 @@
 //     run_screen(state, screen);
 #pragma once
 
+#include "widgets/key_scope.h"
 #include "widgets/key_table.h"
 #include "widgets/menu_bar.h"
 #include "window/input.h"
 #include "window/window.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
+#include <iterator>
 #include <span>
+#include <string>
+#include <vector>
 
 struct ScreenState {
     Input input;         // what this pass acts on
@@ -46,6 +51,9 @@ struct Screen {
     // The keys that it always has, and those of the mode that it is in, which come first.
     std::span<const KeyBinding<State>> keys{};
     std::span<const KeyBinding<State>> (*mode_keys)(const State&) = nullptr;
+    const char* (*mode_heading)(const State&) = nullptr; // over these in a list for a person
+    // Further tables for a person, of keys that an action tells apart by itself.
+    std::vector<KeyHelpTable> (*further_keys)(const State&) = nullptr;
     void (*after)(State&) = nullptr;
     bool stays_at_end = false; // the work area is not cleared when the program ends
 };
@@ -60,19 +68,29 @@ void end_program(State& state) {
 // What goes with every screen without a screen knowing of it: history, recovery, help.
 struct LoopHooks {
     // Before the screen acts on an input that holds a key. True takes the key away: the screen does not see it.
-    std::function<bool(const Input&)> before;
+    std::function<bool(const Input&)> before{};
     // When the screen has acted on an input and is about to read the next, or has left its loop.
-    std::function<void(const Input&)> after;
+    std::function<void(const Input&)> after{};
+    // Before any loop acts on an input that holds a key, also one inside a screen's step that lets a person look at its
+    // keys (nested_loop.h). True takes the key away.
+    std::function<bool(const Input&)> everywhere{};
 };
 void set_loop_hooks(LoopHooks hooks);
+// Asks that hook.
+bool taken_everywhere(const Input& input);
 // Every screen that runs draws everything anew before it reads again.
 void repaint_screens();
+// Every screen that runs is left, and what runs inside its steps ends as by the close request. CURMENU says which one
+// is next; it may be the same.
+void leave_screens();
+// Whether the screen that runs is being left.
+bool screen_is_left();
 
 // What the loop keeps for one screen that runs. A screen may run inside another one's step; when that changes CURMENU,
 // both are left.
 class RunningScreen {
 public:
-    explicit RunningScreen(ScreenState& state);
+    explicit RunningScreen(ScreenState& state, KeyScope::Tables keys = {});
     ~RunningScreen();
     RunningScreen(const RunningScreen&) = delete;
     RunningScreen& operator=(const RunningScreen&) = delete;
@@ -86,12 +104,26 @@ public:
 private:
     ScreenState& state_;
     InputScope scope_{InputScope::Start::anew};
+    KeyScope keys_;
     RunningScreen* const around_;
     const std::uint8_t number_; // CURMENU at the start
     bool acted_on_ = true;      // nothing was read yet
 
     friend void repaint_screens();
+    friend void leave_screens();
+    friend bool screen_is_left();
 };
+
+// The keys of a screen as it is now.
+template <class State>
+std::vector<KeyHelpTable> keys_now(const State& state, const Screen<State>& screen) {
+    std::vector<KeyHelpTable> tables;
+    const std::string heading = screen.mode_heading ? screen.mode_heading(state) : "";
+    if (screen.mode_keys) tables.push_back(key_help_now(heading, screen.mode_keys(state), state));
+    tables.push_back(key_help_now("", screen.keys, state));
+    if (screen.further_keys) std::ranges::move(screen.further_keys(state), std::back_inserter(tables));
+    return tables;
+}
 
 // Calls what the key of the input is bound to, if it is bound to anything.
 template <class State>
@@ -99,7 +131,8 @@ void type_key(State& state, const Screen<State>& screen) {
     if (state.input.key.empty()) return;
     const KeyBinding<State>* row = screen.mode_keys ? row_of(screen.mode_keys(state), state.input.key) : nullptr;
     if (!row) row = row_of(screen.keys, state.input.key);
-    if (row && row->action) row->action(state);
+    if (!row) return say_where_keys_are();
+    if (row->action) row->action(state);
 }
 
 template <class State>
@@ -137,7 +170,7 @@ void run_pass(State& state, const Screen<State>& screen, RunningScreen& running)
 // (CURMENU is 255), or the screen set `leave` itself. Then the work area is cleared.
 template <class State>
 void run_screen(State& state, const Screen<State>& screen) {
-    RunningScreen running(state);
+    RunningScreen running(state, [&] { return keys_now(state, screen); });
     while (!running.left())
         run_pass(state, screen, running);
     if (CURMENU != screen_number::quit || !screen.stays_at_end) running.clear();

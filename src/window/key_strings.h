@@ -8,7 +8,8 @@ namespace key {
 inline constexpr const char *escape = "\x1B", *enter = "\r", *backspace = "\b", *tab = "\t";
 inline constexpr const char *home = "\xFFG", *up = "\xFFH", *page_up = "\xFFI", *left = "\xFFK", *right = "\xFFM",
                             *end = "\xFFO", *down = "\xFFP", *page_down = "\xFFQ", *insert = "\xFFR",
-                            *delete_ = "\xFFS", *shift_tab = "\xFF\x0F", *f1 = "\xFF;", *close_window = "\xFFk";
+                            *delete_ = "\xFFS", *shift_tab = "\xFF\x0F", *f1 = "\xFF;", *f2 = "\xFF<",
+                            *close_window = "\xFFk";
 // Control and a letter, "A" .. "Z"; ctrl is the same for tables of constants.
 inline std::string control(char letter) { return std::string(1, static_cast<char>(letter - 'A' + 1)); }
 template <char letter>

@@ -1,4 +1,5 @@
 // The key tables of the README are those of the program, row by row.
+#include "app/everywhere.h"
 #include "app/screens.h"
 #include "support/text_file.h"
 
@@ -55,6 +56,9 @@ TEST(ReadmeKeys, AreThoseOfTheScreensRowByRow) {
         ASSERT_NE(found, readme.end()) << "the README has no keys of " << screen.name;
         EXPECT_EQ(found->second, as_text(screen.keys())) << screen.name;
     }
+    ASSERT_TRUE(readme.contains("Everywhere"));
+    EXPECT_EQ(readme.at("Everywhere"), as_text({everywhere_keys()}));
+    names.insert("Everywhere");
     for (const auto& [name, text] : readme)
         EXPECT_TRUE(names.contains(name)) << "the README has keys of a screen that is none: " << name;
 }

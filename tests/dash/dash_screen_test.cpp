@@ -122,7 +122,10 @@ TEST_F(DashScreenTest, ArcsAreThoseOfTheCarThatIsThereOnEntry) {
 TEST_F(DashScreenTest, DrawsOnlyWhatChanged) {
     int before = 0;
     play_screen({mouse_at(5, 590), look([&] { before = window.frames(); }), mouse_at(300, 300), mouse_at(310, 310),
-                 typed("x"), key_press(Key::home), look([&] { EXPECT_EQ(window.frames(), before); })});
+                 look([&] { EXPECT_EQ(window.frames(), before); }), typed("x"), key_press(Key::home), look([&] {
+                     EXPECT_EQ(window.frames(), before + 1);
+                     EXPECT_GE(window.last_changed().y1, menu_top) << "the strip alone";
+                 })});
 }
 
 TEST_F(DashScreenTest, EveryKeyOfItsTablesHasWordsAndDoesSomething) {
@@ -134,7 +137,7 @@ TEST_F(DashScreenTest, EveryKeyOfItsTablesHasWordsAndDoesSomething) {
     EXPECT_EQ(dash_screen_keys().size(), 6U);
     for (std::uint8_t mode = 0; mode < dash_mode::count; ++mode)
         for (const auto& row : mode_of(mode).keys)
-            EXPECT_EQ(row.action != nullptr, row.keys[0] != nullptr) << row.words;
+            EXPECT_EQ(row.action != nullptr, row.keys[0] != nullptr && mode != dash_mode::driving) << row.words;
 }
 
 TEST_F(DashScreenTest, NoKeyAndNoPlaceOfTheMouseIsTooMuch) {

@@ -1,0 +1,10 @@
+// What holds on every screen and in every edit: the keys for looking at the keys.
+#pragma once
+
+#include "widgets/key_table.h"
+#include "window/input.h"
+
+// What they do, as a table for a person.
+KeyHelpTable everywhere_keys();
+// Does what a key does that holds everywhere. False for all others.
+bool act_everywhere(const Input& input);
