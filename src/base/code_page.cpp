@@ -1,5 +1,7 @@
 #include "base/code_page.h"
 
+#include "base/utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <iterator>
@@ -72,5 +74,19 @@ std::string utf8_from_code_page(std::string_view text) {
     std::string result;
     for (const char c : text)
         append_utf8(result, unicode_of(static_cast<unsigned char>(c)));
+    return result;
+}
+
+std::string code_page_from_utf8(std::string_view text) {
+    std::string result;
+    for (std::size_t at = 0; at < text.size();) {
+        const auto [code, length] = utf8_character_at(text, at);
+        const unsigned char shown = code_page_437(code);
+        if (code == 0)
+            result += text[at];
+        else
+            result += shown == 0 ? '?' : static_cast<char>(shown);
+        at += length;
+    }
     return result;
 }

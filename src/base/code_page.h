@@ -10,3 +10,7 @@ unsigned char code_page_437(char32_t character);
 
 // The same text in UTF-8. Control characters and the code 127, which no one reads as text, become blanks.
 std::string utf8_from_code_page(std::string_view text);
+
+// A file name, or a text with one in it, as the font shows it: one byte for each character of UTF-8, "?" for those that
+// the page does not have. A byte that is no part of UTF-8 is taken for one of the page's, as names from DOS disks are.
+std::string code_page_from_utf8(std::string_view text);

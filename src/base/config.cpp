@@ -109,10 +109,16 @@ std::string current_directory() {
     return error ? "." : path.string();
 }
 
-bool change_directory(const std::string& path) {
+bool change_directory(const std::string& path, std::string* reason) {
     std::error_code error;
     std::filesystem::current_path(path, error);
+    if (reason) *reason = error ? error.message() : "";
     return !error;
+}
+
+std::string with_home(const std::string& path) {
+    const std::string home = environment("HOME");
+    return !home.empty() && (path == "~" || path.starts_with("~/")) ? home + path.substr(1) : path;
 }
 
 void reset_config() {

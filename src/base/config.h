@@ -30,8 +30,10 @@ void LOADCONFIG(const std::string& invocation_path);
 // The value of the first entry of that key, ignoring case; empty when there is none.
 std::string CONFIG(std::string_view key);
 
-// The current directory, and entering another one (false: it stays).
+// The current directory, and entering another one. False: it stays, and `reason` says why, in the system's words.
 std::string current_directory();
-bool change_directory(const std::string& path);
+bool change_directory(const std::string& path, std::string* reason = nullptr);
+// A path with "~/" at its front, or "~" alone, as one that begins in the user's home directory, where there is one.
+std::string with_home(const std::string& path);
 
 void reset_config();

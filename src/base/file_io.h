@@ -47,6 +47,7 @@ bool file_exists(const std::string& path);
 
 enum class SaveOutcome {
     saved,
+    not_writable,  // this user may not write the file, or not in its folder
     cannot_create, // nothing can be written under this name
     write_failed,  // it could be begun but not finished: full disk, I/O error
 };
@@ -60,8 +61,8 @@ enum class SaveOutcome {
 // between may leave it behind.
 SaveOutcome save_file(const std::string& path, std::span<const std::byte> content, std::string* reason = nullptr);
 
-// The same, reported in the file-status record: begins with the name, ends with success, "Invalid file name" or "Write
-// error" with the reason.
+// The same, reported in the file-status record: begins with the name, ends with success, "Invalid file name" (also
+// where the user may not write, which the outcome remarks) or "Write error" with the reason.
 FileOutcome save_and_report(const std::string& path, std::span<const std::byte> content);
 // read_file, reported in the file-status record: begins with the name; "File not found" when there is nothing, "Read
 // error" with the reason when it cannot be read, "Too large, cut to fit" when it is longer than the limit; what it has

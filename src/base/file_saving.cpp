@@ -29,11 +29,18 @@ struct SaveResult {
 
 std::string in_words(int error) { return std::generic_category().message(error); }
 
-// What a refusal before the first byte means: no place or a defect of the disk is a write error, anything else an
-// unusable name.
+// What a refusal before the first byte means: no place or a defect of the disk is a write error, a missing right is
+// told as such, anything else is an unusable name.
 SaveResult refused(int error, std::string reason) {
-    const bool disk = error == ENOSPC || error == EDQUOT || error == EIO;
-    return {disk ? SaveOutcome::write_failed : SaveOutcome::cannot_create, std::move(reason)};
+    switch (error) {
+    case ENOSPC:
+    case EDQUOT:
+    case EIO: return {SaveOutcome::write_failed, std::move(reason)};
+    case EACCES:
+    case EPERM:
+    case EROFS: return {SaveOutcome::not_writable, std::move(reason)};
+    default: return {SaveOutcome::cannot_create, std::move(reason)};
+    }
 }
 
 SaveResult write_failed(int error) { return {SaveOutcome::write_failed, in_words(error)}; }
@@ -61,6 +68,10 @@ std::string directory_of(const std::string& path) {
     const std::size_t slash = path.rfind('/');
     if (slash == std::string::npos) return ".";
     return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+std::string folder_in_words(const std::string& directory) {
+    return directory == "." ? "its folder" : "Folder " + directory;
 }
 
 bool write_all(int descriptor, std::span<const std::byte> content) {
@@ -184,7 +195,7 @@ SaveResult save_by_named_file(const std::string& directory, const std::string& t
         number = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
         return number >= 0;
     });
-    if (temporary.empty()) return refused(errno, "Folder " + directory + ": " + in_words(errno));
+    if (temporary.empty()) return refused(errno, folder_in_words(directory) + ": " + in_words(errno));
 
     const Descriptor file(number);
     SaveResult result = finish(file.number(), target, content);
@@ -231,6 +242,10 @@ FileOutcome save_and_report(const std::string& path, std::span<const std::byte> 
     FileOutcome outcome{path};
     switch (save_file(path, content, &outcome.reason)) {
     case SaveOutcome::saved: break;
+    case SaveOutcome::not_writable:
+        outcome.code = file_status::invalid_name;
+        outcome.remark = FileRemark::not_writable;
+        break;
     case SaveOutcome::cannot_create: outcome.code = file_status::invalid_name; break;
     case SaveOutcome::write_failed: outcome.code = file_status::write_error; break;
     }

@@ -25,11 +25,18 @@ constexpr std::uint8_t nothing_done = 156;   // set by the Files screen before i
 constexpr std::uint8_t unknown_format = 255; // "Unknown format"
 } // namespace file_status
 
+// What a code does not tell apart.
+enum class FileRemark : std::uint8_t {
+    none,
+    not_writable, // "Invalid file name", because this user may not write there
+};
+
 // How one reading or writing ended.
 struct FileOutcome {
     std::string file; // the name that it was asked for
     std::uint8_t code = file_status::success;
     std::string reason{}; // why it failed, in the system's words; empty after a success and where there are none
+    FileRemark remark = FileRemark::none;
 
     bool succeeded() const { return code == file_status::success; }
     bool operator==(const FileOutcome&) const = default;

@@ -3,6 +3,7 @@
 #include "dash/panel.h"
 #include "dash/picker.h"
 
+#include "base/code_page.h"
 #include "formats/bitmap_export.h"
 #include "formats/bitmap_import.h"
 #include "model/items.h"
@@ -132,8 +133,9 @@ void exchange_bitmap(DashScreen& state) {
     const PickedFile file = pick_picture_file();
     if (CURMENU != screen_number::dash_manager) state.leave = true;
     const std::string id = DASHITEM[state.item].id;
-    if (file.use == PickedFile::Use::save) say(SAVEBITMAP(id, file.name).message);
-    if (file.use == PickedFile::Use::load && dialogue != Dialogue::save_only) say(LOADBITMAP(id, file.name).message);
+    if (file.use == PickedFile::Use::save) say(code_page_from_utf8(SAVEBITMAP(id, file.name).message));
+    if (file.use == PickedFile::Use::load && dialogue != Dialogue::save_only)
+        say(code_page_from_utf8(LOADBITMAP(id, file.name).message));
     state.redraw = true;
 }
 

@@ -1,11 +1,13 @@
 #include "files/file_list.h"
 
 #include "base/byte_reader.h"
+#include "base/code_page.h"
 #include "base/config.h"
 #include "base/file_io.h"
 #include "base/file_status.h"
 #include "base/reset.h"
 #include "base/text.h"
+#include "base/utf8.h"
 #include "files/directory.h"
 #include "formats/resource_archive.h"
 
@@ -17,6 +19,8 @@ OneBased<LISTEDFILE, max_listed_files> LFILE;
 std::int16_t LFILES = 0;
 
 namespace {
+
+int listable = 0;
 
 constexpr std::size_t car_name_length = 40;
 constexpr std::size_t project_head_length = 80;
@@ -36,7 +40,7 @@ void add_links() {
         if (lower_case(CONFIG_ID[i]) != "dirlink" || value.empty()) continue;
         const std::size_t colon = value.find(':');
         const std::string_view path = colon == std::string_view::npos ? value : value.substr(colon + 1);
-        add_entry(std::string(trimmed(path)), std::string(trimmed(value.substr(0, colon))), entry_kind::link);
+        add_entry(std::string(trimmed(path)), code_page_from_utf8(trimmed(value.substr(0, colon))), entry_kind::link);
     }
 }
 
@@ -55,9 +59,7 @@ std::function<bool(std::string_view)> wanted_in(const std::string& mode) {
 }
 
 // The identifier in a parameter file's name: characters 4 to 7, as far as they exist.
-std::string identifier_in(const std::string& file_name) {
-    return file_name.size() > 3 ? file_name.substr(3, 4) : std::string();
-}
+std::string identifier_in(const std::string& file_name) { return std::string(utf8_characters(file_name, 3, 4)); }
 
 // Where `marker` first occurs in the next `length` bytes.
 // ODDITY list-missing-marker (kept): a marker that is missing counts as found one byte before the run, so that the
@@ -103,22 +105,26 @@ ListedName project_name(std::span<const std::byte> file) {
     return {std::move(text), whole};
 }
 
+// What stands for the entry in the list where it is shown by its name.
+std::string shown_name(const DirectoryEntry& entry) { return code_page_from_utf8(entry.name); }
+
 // What the file says of itself, followed by the mark; one that cannot be read is shown by its own name.
 std::string shown_by(ListedName (*name_in)(std::span<const std::byte>), const DirectoryEntry& entry,
                      const std::string& mark) {
-    if (!entry.regular) return entry.name;
+    if (!entry.regular) return shown_name(entry);
     for (const std::size_t limit : {head_length, listing_limit}) {
         const FileContent head = read_regular_file(entry.name, limit);
-        if (!head) return entry.name;
+        if (!head) return shown_name(entry);
         ListedName name = name_in(*head);
         if (name.whole || head->size() < limit || limit == listing_limit) return name.text + mark;
     }
-    return entry.name;
+    return shown_name(entry);
 }
 
 void add_car(const DirectoryEntry& entry) {
     const std::string identifier = identifier_in(entry.name);
-    add_entry(lower_case(identifier), shown_by(car_name, entry, " (" + upper_case(identifier) + ")"), entry_kind::file);
+    const std::string mark = " (" + code_page_from_utf8(upper_case(identifier)) + ")";
+    add_entry(lower_case(identifier), shown_by(car_name, entry, mark), entry_kind::file);
 }
 
 void add_project(const DirectoryEntry& entry) {
@@ -127,9 +133,9 @@ void add_project(const DirectoryEntry& entry) {
 
 void add_directory_entry(const DirectoryEntry& entry, const std::string& mode) {
     if (entry.directory) {
-        add_entry(entry.name, entry.name, entry_kind::directory);
+        add_entry(entry.name, shown_name(entry), entry_kind::directory);
     } else if (mode != cars_mode) {
-        add_entry(entry.name, entry.name, entry_kind::file);
+        add_entry(entry.name, shown_name(entry), entry_kind::file);
     } else if (entry.key.ends_with(".res")) {
         add_car(entry);
     } else {
@@ -154,6 +160,8 @@ bool passes_filter(std::string_view file_name, std::string_view filter) {
     return passes(lower_case(file_name), lower_case(filter));
 }
 
+int listable_entries() { return listable; }
+
 std::string listed_car_name(std::span<const std::byte> parameter_file) { return car_name(parameter_file).text; }
 
 std::string listed_project_name(std::span<const std::byte> project_file) { return project_name(project_file).text; }
@@ -166,6 +174,7 @@ void UPDATEFILELIST(const std::string& mode) {
     add_entry("..", "..", entry_kind::directory);
     DirectoryContent content = read_directory(wanted_in(mode));
     if (!content.failure.empty()) note_unreadable_file(current_directory(), content.failure);
+    listable = LFILES + static_cast<int>(content.entries.size());
     keep_first_by_name(content.entries, static_cast<std::size_t>(max_listed_files - LFILES));
     for (const DirectoryEntry& entry : content.entries)
         add_directory_entry(entry, mode);
@@ -176,5 +185,6 @@ namespace {
 const ResetWithProgram registered([] {
     LFILE = {};
     LFILES = 0;
+    listable = 0;
 });
 }

@@ -15,14 +15,16 @@ constexpr std::uint8_t file = 0, directory = 1, completed_link = 2, link = 3; //
 }
 
 struct LISTEDFILE {
-    std::string name; // what choosing it stands for: file name, directory, or a car's identifier
-    std::string shown;
+    std::string name;  // what choosing it stands for: file name, directory, or a car's identifier
+    std::string shown; // in characters of the font
     std::uint8_t kind = entry_kind::file;
 };
 
 constexpr int max_listed_files = 200;
 extern OneBased<LISTEDFILE, max_listed_files> LFILE;
 extern std::int16_t LFILES;
+// How many entries there would be had the list room for all.
+int listable_entries();
 
 // The mode that lists car sets and projects by their names.
 inline const std::string cars_mode = "cars";

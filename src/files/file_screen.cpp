@@ -1,5 +1,6 @@
 #include "files/file_screen.h"
 
+#include "base/code_page.h"
 #include "base/config.h"
 #include "base/text.h"
 #include "files/file_list.h"
@@ -13,6 +14,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -23,6 +25,7 @@ constexpr int field_cells = 63; // of a field's text that have room beside its l
 constexpr std::uint32_t field_caret = 0xFF00FA00;
 
 constexpr Rectangle field_area{90, 60, 597, 91};
+constexpr int label_x = 30; // of the fields' labels, which count as parts of them
 constexpr Rectangle status_area{650, 150, 937, 197};
 constexpr std::size_t status_cells = 36;
 constexpr std::size_t status_lines = 3;
@@ -35,8 +38,10 @@ enum class Field : std::size_t { directory, file };
 
 struct FileScreen : ScreenState {
     std::uint8_t mode = file_screen_mode::cars;
-    std::array<LineEdit, 2> fields{LineEdit(field_limit, current_directory()), LineEdit(field_limit)};
+    std::array<LineEdit, 2> fields{LineEdit(field_limit, current_directory(), Typing::file_name),
+                                   LineEdit(field_limit, {}, Typing::file_name)};
     Field focus = Field::file;
+    std::array<int, 2> first_in_view{}; // character of each field
     ListView list;
     int drawn_row = no_list_row; // that the screen shows as pointed at
     int chosen = 0;
@@ -49,6 +54,7 @@ struct FileScreen : ScreenState {
     LineEdit& field(Field which) { return fields[static_cast<std::size_t>(which)]; }
     const LineEdit& field(Field which) const { return fields[static_cast<std::size_t>(which)]; }
     LineEdit& focused() { return field(focus); }
+    int first(Field which) const { return first_in_view[static_cast<std::size_t>(which)]; }
 };
 
 std::string first_list_mode(std::uint8_t mode) {
@@ -72,38 +78,50 @@ FileScreen::FileScreen(std::uint8_t in_mode) : mode(in_mode), list_mode(first_li
 
 // --- drawing -------------------------------------------------------------------------------------------------------
 
+int field_y(Field which) { return field_area.y1 + glyph_height * static_cast<int>(which); }
+
+// A text longer than its field has room for is shown so that its caret can be seen, and where it has none from its
+// start.
+void keep_carets_in_view(FileScreen& state) {
+    int& first = state.first_in_view[static_cast<std::size_t>(state.focus)];
+    const int caret = static_cast<int>(state.focused().caret_cell());
+    const int kept = std::clamp(first, std::max(0, caret - (field_cells - 1)), caret);
+    state.first_in_view = {};
+    first = kept;
+}
+
 void draw_frame(Canvas& canvas) {
     clear_work_area(canvas);
     draw_text(canvas, 16, 16, "= FILES =", colour::title);
     draw_section(canvas, {16, 50, 599, 99}, "Input", false);
     draw_section(canvas, {16, 119, 599, 589}, "Files", false);
     draw_section(canvas, {620, 50, 939, 199}, "Options", false);
-    draw_text(canvas, 30, 60, "Dir:", colour::label);
-    draw_text(canvas, 30, 76, "File:", colour::label);
+    draw_text(canvas, label_x, field_y(Field::directory), "Dir:", colour::label);
+    draw_text(canvas, label_x, field_y(Field::file), "File:", colour::label);
 }
 
-// A text longer than the field has room for is shown from where its caret can be seen.
-void draw_field(const LineEdit& field, int y, bool focused, Canvas& canvas) {
-    const int caret = focused ? static_cast<int>(field.caret()) : 0;
-    const int first = std::max(0, caret - (field_cells - 1));
-    draw_text(canvas, field_area.x1, y, std::string_view(field.text()).substr(static_cast<std::size_t>(first)),
-              colour::value);
-    if (focused) draw_box_relative(canvas, field_area.x1 + glyph_width * (caret - first), y, 0, 14, field_caret);
+void draw_field(const FileScreen& state, Field which, Canvas& canvas) {
+    const LineEdit& field = state.field(which);
+    const int first = state.first(which);
+    draw_text(canvas, field_area.x1 - glyph_width * first, field_y(which), field.shown(), colour::value);
+    if (state.focus != which) return;
+    const int cell = static_cast<int>(field.caret_cell()) - first;
+    draw_box_relative(canvas, field_area.x1 + glyph_width * cell, field_y(which), 0, 14, field_caret);
 }
 
 void draw_fields(const FileScreen& state, Canvas& canvas) {
     const ClipGuard clip(canvas, field_area);
     fill_box(canvas, field_area, colour::background);
-    draw_field(state.field(Field::directory), 60, state.focus == Field::directory, canvas);
-    draw_field(state.field(Field::file), 76, state.focus == Field::file, canvas);
+    draw_field(state, Field::directory, canvas);
+    draw_field(state, Field::file, canvas);
 }
 
 // The status line, and what goes on below it: the rest of a longer text, the first of several files that failed.
 void draw_status(const TransferReport& report, Canvas& canvas) {
     fill_box(canvas, status_area, colour::background);
-    std::vector<std::string> lines = wrapped(report.text, status_cells);
+    std::vector<std::string> lines = wrapped(code_page_from_utf8(report.text), status_cells);
     const std::size_t lines_of_text = lines.size();
-    std::ranges::copy(wrapped(report.first_failure, status_cells), std::back_inserter(lines));
+    std::ranges::copy(wrapped(code_page_from_utf8(report.first_failure), status_cells), std::back_inserter(lines));
     for (std::size_t line = 0; line < std::min(lines.size(), status_lines); ++line) {
         const bool failed = report.failed || line >= lines_of_text;
         draw_text(canvas, status_area.x1, status_area.y1 + glyph_height * static_cast<int>(line), lines[line],
@@ -123,11 +141,19 @@ void draw_list_changes(FileScreen& state, Canvas& canvas) {
     state.redraw_list = false;
 }
 
-void rescan(FileScreen& state) {
+// Reads the list, which stays where it stands as long as there is something to see.
+void read_list(FileScreen& state) {
     UPDATEFILELIST(state.list_mode);
+    keep_in_list(state.list);
+    const bool cut = listable_entries() > LFILES;
+    set_screen_fact(cut ? std::to_string(LFILES) + " of " + std::to_string(listable_entries()) + " entries" : "");
+    state.redraw_list = true;
+}
+
+void rescan(FileScreen& state) {
     state.list.top = 1;
     state.rescan = false;
-    state.redraw_list = true;
+    read_list(state);
 }
 
 void redraw(FileScreen& state) {
@@ -137,7 +163,10 @@ void redraw(FileScreen& state) {
         state.redraw_fields = state.redraw_list = state.redraw_status = true;
     }
     if (state.rescan) rescan(state);
-    if (state.redraw_fields) draw_fields(state, screen());
+    if (state.redraw_fields) {
+        keep_carets_in_view(state);
+        draw_fields(state, screen());
+    }
     if (state.redraw_status) draw_status(state.status, screen());
     draw_list_changes(state, screen());
     state.redraw_fields = state.redraw_status = false;
@@ -165,10 +194,10 @@ void put_text(FileScreen& state, Field which, const std::string& text) {
 void show_where_it_went(FileScreen& state, Transfer direction) {
     const std::string directory = current_directory();
     if (state.field(Field::directory).text() != directory) put_text(state, Field::directory, directory);
-    if (direction == Transfer::load) return;
-    UPDATEFILELIST(state.list_mode);
-    state.redraw_list = true;
+    if (direction == Transfer::save) read_list(state);
 }
+
+void say_of_files(const std::string& message) { say(code_page_from_utf8(message)); }
 
 void run_transfer(FileScreen& state, Transfer direction) {
     const std::string name = state.field(Field::file).text();
@@ -180,18 +209,32 @@ void run_transfer(FileScreen& state, Transfer direction) {
     }
     state.status = report.unknown_format ? report_unknown_format() : report;
     state.redraw_status = true;
-    if (!report.note.empty()) say(report.note);
+    say_of_files(report.note);
     show_where_it_went(state, direction);
+}
+
+bool lists_no_file() {
+    return std::all_of(LFILE.begin(), LFILE.begin() + LFILES,
+                       [](const LISTEDFILE& entry) { return entry.kind != entry_kind::file; });
 }
 
 void toggle_list(FileScreen& state) {
     if (state.mode != file_screen_mode::cars) return;
     state.list_mode = state.list_mode == cars_mode ? car_file_filter() : cars_mode;
-    state.rescan = true;
+    rescan(state);
+    if (lists_no_file())
+        say(state.list_mode == cars_mode ? "No cars in this directory" : "No car files in this directory");
 }
 
 void enter_directory(FileScreen& state, const std::string& path) {
-    change_directory(path);
+    const std::string before = current_directory();
+    std::string reason;
+    if (path.empty())
+        say("Nothing to enter: the Dir field is empty");
+    else if (!change_directory(path, &reason))
+        say_of_files("Cannot enter: " + path + ": " + reason);
+    else if (current_directory() == before)
+        say("The directory is read anew");
     put_text(state, Field::directory, current_directory());
     state.rescan = true;
 }
@@ -209,8 +252,24 @@ void scroll(FileScreen& state, int rows_down) {
     state.redraw_list = true;
 }
 
+// The field at a place, its label included.
+std::optional<Field> field_at(Point at) {
+    if (at.x < label_x || at.x > field_area.x2 || at.y < field_area.y1 || at.y > field_area.y2) return std::nullopt;
+    return at.y < field_y(Field::file) ? Field::directory : Field::file;
+}
+
+// The caret goes to the gap between two characters that is nearest.
+void click_into(FileScreen& state, Field which) {
+    const int cell = (state.input.mouse.x - field_area.x1 + glyph_width / 2) / glyph_width + state.first(which);
+    state.focus = which;
+    state.focused().move_caret_to_cell(static_cast<std::size_t>(std::max(0, cell)));
+    state.redraw_fields = true;
+}
+
 void on_mouse(FileScreen& state) {
     const MouseState& at = state.input.mouse;
+    if (state.input.left_pressed() && at.buttons == 1)
+        if (const auto field = field_at(at.at())) click_into(state, *field);
     const bool inside = in_list(at.at());
     state.list.row = inside ? list_row_at(at.at()) : no_list_row;
     if (!inside) return;
@@ -237,8 +296,17 @@ void edit_field(FileScreen& state) {
     if (state.focused().handle_key(state.input.key)) state.redraw_fields = true;
 }
 
+void empty_field(FileScreen& state) { put_text(state, state.focus, ""); }
+
+template <int pages_down>
+void page(FileScreen& state) {
+    page_list(state.list, pages_down);
+    state.redraw_list = true;
+}
+
 void enter_typed_directory(FileScreen& state) {
-    if (state.focus == Field::directory) enter_directory(state, state.focused().text());
+    if (state.focus == Field::file) return say("Ctrl+L loads, Ctrl+S saves");
+    enter_directory(state, state.focused().text());
 }
 
 template <Transfer direction>
@@ -256,11 +324,15 @@ constexpr KeyBinding<FileScreen> keys[] = {
      nullptr,
      "click on a row"},
     {{}, "scrolls it, to the last row but one; the list has room for 200 entries", nullptr, "wheel over the list"},
+    {{key::page_up}, "the list, a page up", page<-1>},
+    {{key::page_down}, "the list, a page down, to the last entry", page<1>},
+    {{}, "the caret goes there", nullptr, "click into a field"},
     {{key::tab, key::up, key::down}, "changes between the Dir and the File field", switch_focus},
     {{key::any_character, key::backspace, key::delete_, key::left, key::right},
      "edit the field, 62 characters at most",
      edit_field},
     {{key::home, key::end}, "the caret goes to the front or behind the text", edit_field},
+    {{key::ctrl<'U'>}, "empties the field", empty_field},
     {{key::enter},
      "enters that directory; until then files come from, and go to, the one before",
      enter_typed_directory,
@@ -280,8 +352,8 @@ void act_on_chosen(FileScreen& state) {
     state.chosen = 0;
     switch (entry.kind) {
     case entry_kind::file: put_text(state, Field::file, entry.name); break;
-    case entry_kind::directory:
-    case entry_kind::link: enter_directory(state, entry.name); break;
+    case entry_kind::directory: enter_directory(state, entry.name); break;
+    case entry_kind::link: enter_directory(state, with_home(entry.name)); break;
     case entry_kind::completed_link: enter_directory(state, entry.name + "."); break;
     default: break;
     }

@@ -11,6 +11,9 @@ namespace {
 constexpr Rectangle list_area{18, 130, 597, 585};
 constexpr Rectangle hit_area{40, 130, 549, 579};
 constexpr int text_x = 50;
+// Where a list that is longer than its room stands.
+constexpr int bar_left = 594, bar_right = 597;
+constexpr std::uint32_t bar_ground = colour::hover, bar_colour = colour::label;
 constexpr std::uint32_t file_colour = colour::label, file_hovered = 0xFFF0F0F0;
 constexpr std::uint32_t directory_colour = 0xFF00FA00, directory_hovered = 0xFFC8FAC8;
 
@@ -29,10 +32,27 @@ std::uint32_t row_colour(const LISTEDFILE& entry, bool hovered) {
 
 int row_y(int row) { return list_area.y1 + glyph_height * row; }
 
+bool has_bar() { return LFILES > list_rows; }
+
+// A row's pixels; where there is a bar the text ends before it.
+Rectangle row_area(int row) {
+    return {list_area.x1, row_y(row), has_bar() ? bar_left - 2 : list_area.x2, row_y(row) + glyph_height - 1};
+}
+
+// The bar's pixel that stands for the upper edge of an entry.
+int bar_y(int entry) { return row_y(0) + glyph_height * list_rows * (entry - 1) / LFILES; }
+
+void draw_bar(const ListView& view, Canvas& canvas) {
+    if (!has_bar()) return;
+    fill_box(canvas, bar_left, bar_y(1), bar_right, bar_y(LFILES + 1) - 1, bar_ground);
+    fill_box(canvas, bar_left, bar_y(view.top), bar_right, bar_y(view.top + list_rows) - 1, bar_colour);
+}
+
 void draw_entry(const ListView& view, int row, Canvas& canvas) {
     const int index = list_entry(view, row);
     if (index == 0) return;
     const LISTEDFILE& entry = LFILE[index];
+    const ClipGuard clip(canvas, row_area(row));
     draw_text(canvas, text_x, row_y(row), row_text(entry), row_colour(entry, row == view.row));
 }
 
@@ -55,17 +75,22 @@ void scroll_list(ListView& view, int rows_down) {
     view.top = std::max(1, std::min(view.top + rows_down, LFILES - list_rows));
 }
 
+void keep_in_list(ListView& view) { view.top = std::max(1, std::min(view.top, LFILES - list_rows + 1)); }
+
+void page_list(ListView& view, int pages_down) {
+    view.top += pages_down * list_rows;
+    keep_in_list(view);
+}
+
 void draw_list(const ListView& view, Canvas& canvas) {
-    const ClipGuard clip(canvas, list_area);
     fill_box(canvas, list_area, colour::background);
+    draw_bar(view, canvas);
     for (int row = 0; row < list_rows; ++row)
         draw_entry(view, row, canvas);
 }
 
 void draw_list_row(const ListView& view, int row, Canvas& canvas) {
     if (row == no_list_row) return;
-    const Rectangle area{list_area.x1, row_y(row), list_area.x2, row_y(row) + glyph_height - 1};
-    const ClipGuard clip(canvas, area);
-    fill_box(canvas, area, colour::background);
+    fill_box(canvas, row_area(row), colour::background);
     draw_entry(view, row, canvas);
 }

@@ -15,7 +15,11 @@ bool in_list(Point at);
 int list_row_at(Point at);
 // The LFILE index that a row shows, 0 when it is empty or no row.
 int list_entry(const ListView& view, int row);
+// By the wheel, and by whole pages.
 void scroll_list(ListView& view, int rows_down);
+void page_list(ListView& view, int pages_down);
+// The list may have become shorter: its first row stays where the last entry is still in view.
+void keep_in_list(ListView& view);
 
 // The whole list, or one row of it, on fresh background.
 void draw_list(const ListView& view, Canvas& canvas);

@@ -5,6 +5,7 @@
 #include "base/file_status.h"
 #include "base/shell.h"
 #include "base/text.h"
+#include "base/utf8.h"
 #include "files/directory.h"
 #include "formats/bitmap_file.h"
 #include "formats/obj_file.h"
@@ -107,15 +108,34 @@ Handled load_unpacked(const FileKind& kind, const std::string& packed) {
 }
 
 // The outcome before any reader or writer was called.
-Handled nothing_done() { return {{"", file_status::nothing_done}}; }
+Handled nothing_done(const std::string& why) { return {{"", file_status::nothing_done}, why}; }
 
 Handled load_kind(const FileKind& kind, const std::string& name) {
     if (kind.unpacked_name.empty()) return kind.load(name);
-    return unpacker().empty() ? nothing_done() : load_unpacked(kind, name);
+    return unpacker().empty() ? nothing_done("Packed, and no unpacker (vorpack) is configured")
+                              : load_unpacked(kind, name);
 }
 
 std::string failure_text(const FileOutcome& outcome, const std::string& file) {
     return std::string(error_text(outcome.code)) + ": " + file;
+}
+
+// Of one of several files.
+std::string part_failure_text(const FileOutcome& outcome, const std::string& file) {
+    return outcome.remark == FileRemark::not_writable ? "Not writable: " + file : failure_text(outcome, file);
+}
+
+// What a failure's status line leaves unsaid; nothing where the system gave no reason.
+std::string why_not(const FileOutcome& outcome) {
+    if (outcome.reason.empty()) return {};
+    const std::string reason = outcome.file + ": " + outcome.reason;
+    if (outcome.remark == FileRemark::not_writable) return "Not writable: " + reason;
+    switch (outcome.code) {
+    case file_status::read_error: return "Cannot read " + reason;
+    case file_status::not_unpacked: return "Not unpacked: " + outcome.reason;
+    case file_status::invalid_name: return "Cannot be written: " + reason;
+    default: return "Cannot write " + reason;
+    }
 }
 
 std::string done_text(Transfer direction, const std::string& file) {
@@ -127,7 +147,7 @@ TransferReport report(Transfer direction, const FileOutcome& outcome, const std:
                       const std::string& failed_name) {
     if (outcome.code == file_status::nothing_done) return {};
     if (outcome.succeeded()) return {.text = done_text(direction, done_name)};
-    return {.text = failure_text(outcome, failed_name), .failed = true, .reason = outcome.reason};
+    return {.text = failure_text(outcome, failed_name), .failed = true, .note = why_not(outcome)};
 }
 
 struct FoundName {
@@ -171,11 +191,14 @@ TransferReport transfer_car(Transfer direction, const std::string& name) {
     const std::string identifier = lower_case(name);
     const EarlierCar before;
     FileOutcome last;
-    std::string first_failure;
+    std::string first_failure, why;
     for (const CarFile& part : car_files) {
         const std::string file = std::string(part.prefix) + identifier + std::string(part.extension);
         last = transfer_part(direction, file);
-        if (!last.succeeded() && first_failure.empty()) first_failure = failure_text(last, file);
+        if (!last.succeeded() && first_failure.empty()) {
+            first_failure = part_failure_text(last, file);
+            why = why_not(last);
+        }
         if (last.code != file_status::read_error) continue;
         before.put_back();
         break;
@@ -183,25 +206,32 @@ TransferReport transfer_car(Transfer direction, const std::string& name) {
     // ODDITY four-file-save-keeps-file (kept): a failed load names the identifier, a failed save the file.
     TransferReport result = report(direction, last, name, direction == Transfer::load ? name : last.file);
     result.first_failure = first_failure;
+    result.note = why;
     return result;
+}
+
+// Of a name that stands for no file.
+std::string why_nothing_is_done(Transfer direction, const std::string& name) {
+    if (!name.empty()) return "A car's identifier has four characters";
+    return std::string("Nothing to ") + (direction == Transfer::load ? "load" : "save") + ": the File field is empty";
 }
 
 } // namespace
 
 bool stands_for_files(const std::string& name) {
-    return name.find('.') != std::string::npos || name.size() == identifier_length;
+    return name.find('.') != std::string::npos || utf8_count(name) == identifier_length;
 }
 
 TransferReport transfer(Transfer direction, const std::string& name) {
     FILE_ERNUM = file_status::nothing_done;
-    if (!stands_for_files(name)) return {};
+    if (!stands_for_files(name)) return {.note = why_nothing_is_done(direction, name)};
     if (name.find('.') == std::string::npos) return transfer_car(direction, name);
 
     const FileKind* kind = kind_of(name);
     if (!kind || (direction == Transfer::save && !kind->save)) return {.unknown_format = true};
     const Handled handled = direction == Transfer::load ? load_kind(*kind, name) : kind->save(name);
     TransferReport result = report(direction, handled.outcome, handled.outcome.file, handled.outcome.file);
-    result.note = handled.note;
+    if (!handled.note.empty()) result.note = handled.note;
     return result;
 }
 

@@ -10,8 +10,7 @@ struct TransferReport {
     bool unknown_format = false; // no reader or writer knows the name's extension; nothing was done, nothing is said
     std::string text{};          // status line; empty when nothing was done
     bool failed = false;         // the status line is an error
-    std::string reason{};        // of the last failure, in the system's words; empty where it has none
-    std::string note{};          // what a person may like to know beside it: where a body went, what of it was left out
+    std::string note{}; // what the status line does not say: why it failed, where a body went, why nothing was done
     std::string first_failure{}; // of a car's four files, the first that failed with its error; empty when none did
 };
 
@@ -19,7 +18,8 @@ struct TransferReport {
 bool stands_for_files(const std::string& name);
 
 // Does what the name asks for. Without a ".", a name of exactly four characters stands for the car's four files, in
-// small letters or, where they are there only otherwise, as the directory spells them; any other name does nothing.
+// small letters or, where they are there only otherwise, as the directory spells them; any other name does nothing but
+// say so. Texts are in UTF-8 where a file's name is.
 // When one of the four is there but cannot be read, the whole car stays as it was before. Sets the file-status record.
 TransferReport transfer(Transfer direction, const std::string& name);
 

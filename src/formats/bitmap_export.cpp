@@ -37,6 +37,7 @@ using Failure = std::string;
 Failure failure_of(SaveOutcome outcome) {
     switch (outcome) {
     case SaveOutcome::saved: return {};
+    case SaveOutcome::not_writable: return "Not writable";
     case SaveOutcome::cannot_create: return "Invalid file name";
     default: return "Write error";
     }

@@ -2,10 +2,12 @@
 
 #include "params/specifications.h"
 #include "params/target_edit.h"
+#include "widgets/strip.h"
 #include "widgets/widgets.h"
 
 #include <algorithm>
 #include <array>
+#include <string>
 #include <utility>
 
 namespace {
@@ -42,6 +44,13 @@ namespace {
 
 bool dragging(const ParameterScreen& state) { return state.graph.dragged != 0; }
 
+// The strip tells of the selected point as long as one was selected.
+void tell_selected_point(const ParameterScreen& state) {
+    if (!state.point_chosen) return;
+    const int point = state.graph.selected;
+    set_screen_fact(std::to_string(point * rpm_per_point) + " RPM, torque " + std::to_string(torque(point)));
+}
+
 void redraw(ParameterScreen& state) {
     if (!state.redraw && !state.repaint) return;
     if (state.repaint || state.overdrawn) {
@@ -52,13 +61,14 @@ void redraw(ParameterScreen& state) {
     for (const RowRange& rows : shown_rows(state))
         draw_targets(rows.first, rows.last, !dragging(state));
     draw_torque_graph(screen(), state.graph);
+    tell_selected_point(state);
     state.redraw = false;
     state.overdrawn = reaches_outside(state.graph);
 }
 
 void select_point(ParameterScreen& state, int point) {
     state.graph.selected = std::clamp(point, 0, torque_points - 1);
-    state.redraw = true;
+    state.point_chosen = state.redraw = true;
 }
 
 void hover(TorqueGraph& graph, int point) {
@@ -137,7 +147,7 @@ void step_point(ParameterScreen& state) {
 template <int step>
 void step_torque(ParameterScreen& state) {
     set_torque(state.graph.selected, torque(state.graph.selected) + step);
-    state.redraw = true;
+    state.point_chosen = state.redraw = true;
 }
 
 bool is_over_curve(const ParameterScreen& state) { return over_curve(state.input.mouse.x, state.input.mouse.y); }

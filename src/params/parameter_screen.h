@@ -8,9 +8,10 @@
 #include <vector>
 
 struct ParameterScreen : ScreenState {
-    bool redraw = true;     // the graph, and the rows that changed
-    bool overdrawn = false; // the graph reaches over other sections: the next redraw takes in everything
-    bool mysterious = true; // the right-hand column: "Mysterious", or "RPM"
+    bool redraw = true;        // the graph, and the rows that changed
+    bool overdrawn = false;    // the graph reaches over other sections: the next redraw takes in everything
+    bool mysterious = true;    // the right-hand column: "Mysterious", or "RPM"
+    bool point_chosen = false; // a point of the curve was selected in this visit
     TorqueGraph graph;
 };
 extern const Screen<ParameterScreen> parameter_screen;

@@ -9,6 +9,7 @@
 enum class Typing : std::uint8_t {
     printable, // " " to "~"
     digits,    // "0" to "9"
+    file_name, // " " to "~", in a text whose characters may have several bytes: UTF-8
 };
 
 // What a character does that is typed into a full field.
@@ -25,12 +26,16 @@ public:
                       FullField full = FullField::refuses);
 
     const std::string& text() const { return text_; }
-    std::size_t caret() const { return caret_; } // 0 .. length
+    std::size_t caret() const { return caret_; } // 0 .. length, never inside a character
     std::size_t limit() const { return limit_; }
+    // The text as the font shows it, one character a cell, and the cell before which the caret stands.
+    std::string shown() const;
+    std::size_t caret_cell() const;
 
     // The whole text anew; the caret is kept inside it.
     void set_text(std::string text);
     void move_caret(std::size_t caret); // kept inside the text
+    void move_caret_to_cell(std::size_t cell);
     void caret_to_end();
 
     // Cursor left and right, Home, End, Backspace, Delete, and a character that the field takes. True when text or
@@ -43,6 +48,9 @@ private:
     bool step_caret(std::size_t caret);
     bool erase(std::size_t at);
     bool backspace();
+    std::size_t length() const; // in characters
+    std::size_t start_of_character(std::size_t at) const;
+    std::size_t behind_character(std::size_t at) const;
 
     std::size_t limit_;
     std::string text_;

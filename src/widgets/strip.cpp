@@ -1,5 +1,6 @@
 #include "widgets/strip.h"
 
+#include "base/code_page.h"
 #include "base/file_status.h"
 #include "base/reset.h"
 #include "base/text.h"
@@ -63,7 +64,7 @@ void say_what_could_not_be_read() {
     const std::vector<std::string> files = take_unreadable_files();
     if (files.empty()) return;
     const std::string others = files.size() == 1 ? "" : " (and " + std::to_string(files.size() - 1) + " more)";
-    say("Cannot read " + files.front() + others);
+    say("Cannot read " + code_page_from_utf8(files.front()) + others);
 }
 
 void draw_strip() {

@@ -1,6 +1,7 @@
 #include "window/key_translation.h"
 
 #include "base/code_page.h"
+#include "base/utf8.h"
 #include "window/key_strings.h"
 
 #include <algorithm>
@@ -76,36 +77,14 @@ std::string key_down_string(const InputEvent& event) {
     return named ? *named : std::string{};
 }
 
-// The bytes that the first one of a UTF-8 character announces; 0 when none begins with it.
-std::size_t utf8_length(unsigned char first) {
-    if (first < 0x80) return 1;
-    if (first >= 0xC2 && first < 0xE0) return 2;
-    if (first >= 0xE0 && first < 0xF0) return 3;
-    if (first >= 0xF0 && first < 0xF5) return 4;
-    return 0;
-}
-
-// Takes the first character off UTF-8 text that is not empty; 0 for a byte that belongs to none.
-char32_t take_character(std::string_view& text) {
-    const auto first = static_cast<unsigned char>(text[0]);
-    const std::size_t length = utf8_length(first);
-    char32_t character = length <= 1 ? first : first & (0xFFu >> (length + 1));
-    bool whole = length > 0 && length <= text.size();
-    for (std::size_t i = 1; whole && i < length; ++i) {
-        const auto next = static_cast<unsigned char>(text[i]);
-        whole = (next & 0xC0) == 0x80;
-        character = character << 6 | (next & 0x3F);
-    }
-    text.remove_prefix(whole ? length : 1);
-    return whole ? character : 0;
-}
-
 // One key a character. Character 255 begins the strings of the extended keys and is therefore never typed.
 std::vector<std::string> text_keys(std::string_view text) {
     std::vector<std::string> keys;
-    while (!text.empty()) {
-        const unsigned char character = code_page_437(take_character(text));
+    for (std::size_t at = 0; at < text.size();) {
+        const auto [code, length] = utf8_character_at(text, at);
+        const unsigned char character = code_page_437(code);
         if (character != 0 && character != 0xFF) keys.emplace_back(1, static_cast<char>(character));
+        at += length;
     }
     return keys;
 }

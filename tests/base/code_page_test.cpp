@@ -38,3 +38,11 @@ TEST(CodePage437, TextsBecomeUtf8) {
                                               5)),
               "a   b");
 }
+
+TEST(CodePage437, FileNamesAreShownInItsCharacters) {
+    EXPECT_EQ(code_page_from_utf8("cars~1 \u00C4\u00E9"), "cars~1 \x8E\x82");
+    EXPECT_EQ(code_page_from_utf8("\u20AC\U0001F697\u4E2D.res"), "???.res") << "one cell each that the font lacks";
+    EXPECT_EQ(code_page_from_utf8("a\nb"), "a?b");
+    EXPECT_EQ(code_page_from_utf8("GR\x9AN"), "GR\x9AN") << "a name from a DOS disk";
+    EXPECT_EQ(code_page_from_utf8("half \xC3"), "half \xC3");
+}

@@ -185,6 +185,22 @@ TEST_F(Config, EveryLoadStartsAnew) {
 }
 
 TEST_F(Config, ADirectoryThatCannotBeEnteredLeavesTheCurrentOne) {
-    EXPECT_FALSE(change_directory("nowhere"));
+    std::string reason;
+    EXPECT_FALSE(change_directory("nowhere", &reason));
+    EXPECT_EQ(reason, "No such file or directory");
     EXPECT_EQ(current_directory(), current);
+    EXPECT_TRUE(change_directory(".", &reason));
+    EXPECT_EQ(reason, "");
+}
+
+TEST_F(Config, ATildeAtTheFrontIsTheHomeDirectory) {
+    const EnvironmentVariable variable("HOME");
+    variable.set("/home/me");
+    EXPECT_EQ(with_home("~/cars"), "/home/me/cars");
+    EXPECT_EQ(with_home("~/"), "/home/me/");
+    EXPECT_EQ(with_home("~"), "/home/me");
+    for (const std::string path : {"~you/cars", "a/~/b", "/~/", "", " ~/"})
+        EXPECT_EQ(with_home(path), path);
+    variable.unset();
+    EXPECT_EQ(with_home("~/cars"), "~/cars");
 }

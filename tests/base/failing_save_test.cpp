@@ -39,7 +39,7 @@ protected:
 };
 
 constexpr int saved = static_cast<int>(SaveOutcome::saved);
-constexpr int cannot_create = static_cast<int>(SaveOutcome::cannot_create);
+constexpr int not_writable = static_cast<int>(SaveOutcome::not_writable);
 constexpr int write_failed = static_cast<int>(SaveOutcome::write_failed);
 } // namespace
 
@@ -98,7 +98,7 @@ TEST_P(FailingSave, LinkThatCannotBeReadIsNotTakenForAFile) {
     for (const int error : {EIO, EACCES}) {
         const int result = save_in_child([error] { return refuse_calls(SYS_readlink, error); }, new_content);
         SKIP_WHERE_NOT_ALLOWED(result);
-        EXPECT_EQ(result, error == EIO ? write_failed : cannot_create);
+        EXPECT_EQ(result, error == EIO ? write_failed : not_writable);
         EXPECT_TRUE(fs::is_symlink(directory / "file"));
         EXPECT_EQ(get_file(directory / "far/file"), old_content);
     }
@@ -111,7 +111,7 @@ TEST_P(FailingSave, CreationThatFailsForTheDisksSakeIsAWriteError) {
         const auto refuse = [error] { return refuse_calls(SYS_openat, error, O_CREAT | (O_TMPFILE & ~O_DIRECTORY)); };
         const int result = save_in_child(refuse, new_content);
         SKIP_WHERE_NOT_ALLOWED(result);
-        EXPECT_EQ(result, disk ? write_failed : cannot_create) << "error " << error;
+        EXPECT_EQ(result, disk ? write_failed : not_writable) << "error " << error;
         expect_the_old_file_alone();
     }
 }

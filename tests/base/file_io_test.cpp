@@ -212,7 +212,7 @@ TEST_F(FileIo, CannotCreateInADirectoryThatMayNotBeWritten) {
                   for (const char* name : {"new", "file"}) {
                       std::string reason;
                       const SaveOutcome outcome = save_file(directory / name, new_content, &reason);
-                      if (outcome != SaveOutcome::cannot_create) return 1;
+                      if (outcome != SaveOutcome::not_writable) return 1;
                       if (reason != "Folder " + directory.path() + ": Permission denied") return 2;
                   }
                   return 0;
@@ -225,7 +225,7 @@ TEST_F(FileIo, CannotReplaceAFileThatMayNotBeWritten) {
     put_file(directory / "file", old_content);
     fs::permissions(directory / "file", static_cast<fs::perms>(0444));
     fs::permissions(directory.path(), fs::perms::all);
-    const auto save = [&] { return save_file(directory / "file", new_content) == SaveOutcome::cannot_create ? 0 : 1; };
+    const auto save = [&] { return save_file(directory / "file", new_content) == SaveOutcome::not_writable ? 0 : 1; };
     EXPECT_EQ(run_as_ordinary_user(save), 0);
     EXPECT_EQ(get_file(directory / "file"), old_content);
 }
@@ -253,6 +253,27 @@ TEST_F(FileIo, ReportsFailuresUnderTheNameThatWasAsked) {
     EXPECT_EQ(FILE_REASON, "Folder " + directory / "no" + ": No such file or directory");
     EXPECT_EQ(FILE_ERNUM, file_status::invalid_name);
     EXPECT_EQ(FILE_ERROR, "Invalid file name");
+}
+
+TEST_F(FileIo, ReportsWhereTheUserMayNotWrite) {
+    const CurrentDirectory inside(directory.path());
+    put_file("file", old_content);
+    put_file("locked", old_content);
+    fs::permissions("file", fs::perms::all);
+    fs::permissions("locked", static_cast<fs::perms>(0444));
+    fs::permissions(directory.path(), static_cast<fs::perms>(0555));
+    EXPECT_EQ(run_as_ordinary_user([&] {
+                  const std::pair<const char*, const char*> refusals[] = {{"file", "its folder: Permission denied"},
+                                                                          {"locked", "Permission denied"}};
+                  for (const auto& [name, reason] : refusals) {
+                      const FileOutcome expected{name, file_status::invalid_name, reason, FileRemark::not_writable};
+                      if (save_and_report(name, new_content) != expected) return 1;
+                  }
+                  return save_and_report("/dev", new_content).remark == FileRemark::none ? 0 : 2;
+              }),
+              0);
+    EXPECT_EQ(get_file("file"), old_content);
+    EXPECT_EQ(get_file("locked"), old_content);
 }
 
 TEST_F(FileIo, ReadsOnlySoMuchOfAHugeFileAndReportsThat) {

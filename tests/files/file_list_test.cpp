@@ -206,3 +206,45 @@ TEST_F(FileList, LinksThatLeadNowhereAndUnreadableDirectoriesDoNoHarm) {
     EXPECT_THAT(shown(), ElementsAre("..", "closed", "dangling"));
     std::filesystem::permissions("closed", std::filesystem::perms::owner_all);
 }
+
+TEST_F(FileList, NamesInUtf8AreShownInTheFontsCharactersAndKeepTheirBytes) {
+    write_text("\u00C4rger.res", "");
+    write_text("\u4E2D.res", "");
+    std::filesystem::create_directory("\u00E9t\u00E9");
+    add_config("dirlink", "\u00D6l: ~/\u00D6l");
+    UPDATEFILELIST(".res.");
+    EXPECT_THAT(shown(), ElementsAre("\x99l", "..", "\x82t\x82", "?.res", "\x8Erger.res"));
+    EXPECT_EQ(LFILE[1].name, "~/\u00D6l");
+    EXPECT_EQ(LFILE[3].name, "\u00E9t\u00E9");
+    EXPECT_EQ(LFILE[4].name, "\u4E2D.res");
+    EXPECT_EQ(LFILE[5].name, "\u00C4rger.res");
+}
+
+TEST_F(FileList, AnIdentifierInUtf8IsFourWholeCharacters) {
+    put_car("carabc\u00E4.res", "Umlaut");
+    UPDATEFILELIST(cars_mode);
+    EXPECT_EQ(LFILE[2].name, "abc\u00E4");
+    EXPECT_EQ(LFILE[2].shown, "Umlaut (ABC\x84)");
+}
+
+// Texts of the game are of its own code page, whatever they look like.
+TEST_F(FileList, ACarsNameIsShownByteByByte) {
+    put_car("carname.res", "\xC3\xA9");
+    UPDATEFILELIST(cars_mode);
+    EXPECT_EQ(LFILE[2].shown, "\xC3\xA9 (NAME)");
+}
+
+TEST_F(FileList, CountsWhatItHasNoRoomFor) {
+    for (int i = 0; i < 198; ++i)
+        write_text("f" + std::to_string(i), "");
+    UPDATEFILELIST("");
+    EXPECT_EQ(LFILES, 199);
+    EXPECT_EQ(listable_entries(), 199);
+    for (int i = 198; i < 400; ++i)
+        write_text("f" + std::to_string(i), "");
+    UPDATEFILELIST("");
+    EXPECT_EQ(LFILES, 200);
+    EXPECT_EQ(listable_entries(), 401);
+    UPDATEFILELIST(cars_mode);
+    EXPECT_EQ(listable_entries(), 1);
+}

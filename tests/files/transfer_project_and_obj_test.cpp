@@ -89,7 +89,8 @@ TEST_F(TransferOfModels, PolygonsThatCannotBeWrittenAreNoted) {
     EXPECT_EQ(transfer(Transfer::save, "a.obj").note, "1 polygon left out: its vertices are not there");
     add_triangle(CAR[0].edit(), {{{1, 2, 3}, {4, 5, 6}, {7, 8, 9}}}).vertex[0] = 77;
     EXPECT_EQ(transfer(Transfer::save, "a.obj").note, "2 polygons left out: their vertices are not there");
-    EXPECT_EQ(transfer(Transfer::save, "nowhere/a.obj").note, "");
+    EXPECT_EQ(transfer(Transfer::save, "nowhere/a.obj").note,
+              "Cannot be written: nowhere/a.obj: Folder nowhere: No such file or directory");
     CAR[0] = model_with_wheels();
     EXPECT_EQ(transfer(Transfer::save, "a.obj").note, "");
 }

@@ -75,7 +75,11 @@ TEST_F(TransferTest, NamesOfAnotherLengthWithoutADotDoNothing) {
         EXPECT_EQ(transfer(Transfer::load, name).text, "");
         EXPECT_EQ(transfer(Transfer::save, name).text, "");
         EXPECT_EQ(FILE_ERNUM, file_status::nothing_done);
+        if (name.empty()) continue;
+        EXPECT_EQ(transfer(Transfer::load, name).note, "A car's identifier has four characters");
     }
+    EXPECT_EQ(transfer(Transfer::load, "").note, "Nothing to load: the File field is empty");
+    EXPECT_EQ(transfer(Transfer::save, "").note, "Nothing to save: the File field is empty");
     EXPECT_TRUE(directory.names().empty());
 }
 
@@ -135,6 +139,7 @@ TEST_F(TransferTest, PackedFilesWithoutAnUnpackerDoNothingAndShowNothing) {
     write_text("car.p3s", "packed");
     const TransferReport report = transfer(Transfer::load, "car.p3s");
     EXPECT_EQ(report.text, "");
+    EXPECT_EQ(report.note, "Packed, and no unpacker (vorpack) is configured");
     EXPECT_FALSE(report.unknown_format);
     EXPECT_EQ(FILE_ERNUM, file_status::nothing_done);
 }
@@ -185,7 +190,7 @@ TEST_F(TransferTest, AnUnpackerThatIsCancelledLoadsNothing) {
     use_program_runner(nullptr);
     EXPECT_EQ(report.text, "Not unpacked: x.pre");
     EXPECT_TRUE(report.failed);
-    EXPECT_EQ(report.reason, "cancelled");
+    EXPECT_EQ(report.note, "Not unpacked: cancelled");
     EXPECT_EQ(FILE_ERNUM, file_status::not_unpacked);
     EXPECT_EQ(CARNAME, "Changed meanwhile");
     EXPECT_FALSE(std::filesystem::exists("temp.res"));
@@ -197,7 +202,7 @@ TEST_F(TransferTest, WhatCannotBeRemovedFromTheUnpackersPlaceIsNeverLoaded) {
     std::filesystem::create_directory("temp.res");
     const TransferReport report = transfer(Transfer::load, "x.pre");
     EXPECT_EQ(report.text, "Not unpacked: x.pre");
-    EXPECT_EQ(report.reason, WORKDIR + "temp.res: Is a directory");
+    EXPECT_EQ(report.note, "Not unpacked: " + WORKDIR + "temp.res: Is a directory");
     EXPECT_FALSE(std::filesystem::exists("ran"));
 }
 
@@ -213,7 +218,7 @@ TEST_F(TransferTest, AnOlderTemporaryFileInAFolderThatMayNotBeWrittenIsNotLoaded
     std::filesystem::permissions(directory.path(), std::filesystem::perms::all);
     EXPECT_EQ(run_as_ordinary_user([] {
                   const TransferReport report = transfer(Transfer::load, "x.pre");
-                  const bool told = report.failed && report.reason.ends_with("temp.res: Permission denied");
+                  const bool told = report.failed && report.note.ends_with("temp.res: Permission denied");
                   return told && CARNAME == "There before" ? 0 : 1;
               }),
               0);
@@ -236,6 +241,60 @@ TEST_F(TransferTest, TheLastFileDecidesAboutTheSetAndTheFirstFailureIsNamedBesid
     EXPECT_EQ(report.text, "Loaded abcd");
     EXPECT_FALSE(report.failed);
     EXPECT_EQ(report.first_failure, "File not found: stabcd.3sh");
+}
+
+TEST_F(TransferTest, ACarThatMayNotBeWrittenIsToldAsSuch) {
+    transfer(Transfer::save, "abcd");
+    for (const std::string& name : directory.names())
+        std::filesystem::permissions(name, std::filesystem::perms::all);
+    std::filesystem::permissions(directory.path(), static_cast<std::filesystem::perms>(0555));
+    EXPECT_EQ(run_as_ordinary_user([] {
+                  const TransferReport report = transfer(Transfer::save, "abcd");
+                  if (report.text != "Invalid file name: stdbabcd.vsh") return 1;
+                  if (report.first_failure != "Not writable: carabcd.res") return 2;
+                  if (report.note != "Not writable: carabcd.res: its folder: Permission denied") return 3;
+                  const TransferReport single = transfer(Transfer::save, "x.3sh");
+                  if (single.text != "Invalid file name: x.3sh") return 4;
+                  return single.note == "Not writable: x.3sh: its folder: Permission denied" ? 0 : 5;
+              }),
+              0);
+}
+
+TEST_F(TransferTest, TheFirstFailureOfACarGivesTheReasonAndOthersKeepTheirs) {
+    for (const char* name : {"stabcd.3sh", "stdbabcd.vsh"})
+        std::filesystem::create_directory(name);
+    const TransferReport report = transfer(Transfer::save, "abcd");
+    EXPECT_EQ(report.first_failure, "Invalid file name: stabcd.3sh");
+    EXPECT_EQ(report.note, "Cannot be written: stabcd.3sh: Is a directory");
+}
+
+TEST_F(TransferTest, WhatCannotBeReadIsNotedWithTheSystemsReason) {
+    write_text("x.res", "x");
+    std::filesystem::permissions("x.res", std::filesystem::perms::none);
+    std::filesystem::permissions(directory.path(), std::filesystem::perms::all);
+    EXPECT_EQ(run_as_ordinary_user([] {
+                  const TransferReport report = transfer(Transfer::load, "x.res");
+                  return report.text == "Read error: x.res" && report.note == "Cannot read x.res: Permission denied"
+                             ? 0
+                             : 1;
+              }),
+              0);
+}
+
+TEST_F(TransferTest, WhatSaysAllInItsStatusHasNoNote) {
+    for (const char* name : {"abcd", "x.res", "x.3sh", "x.vsh", "x.car"}) {
+        EXPECT_EQ(transfer(Transfer::save, name).note, "") << name;
+        EXPECT_EQ(transfer(Transfer::load, name).note, "") << name;
+    }
+    EXPECT_EQ(transfer(Transfer::load, "none.res").note, "");
+    EXPECT_EQ(transfer(Transfer::load, "none").note, "");
+}
+
+TEST_F(TransferTest, AnIdentifierIsCountedInCharacters) {
+    CARNAME = "Umlaut";
+    EXPECT_EQ(transfer(Transfer::save, "abc\u00E4").text, "Saved abc\u00E4");
+    EXPECT_TRUE(std::filesystem::exists("carabc\u00E4.res"));
+    EXPECT_EQ(transfer(Transfer::save, "ab\u00E4").note, "A car's identifier has four characters");
 }
 
 // ODDITY four-file-save-keeps-file

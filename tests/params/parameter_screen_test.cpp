@@ -411,3 +411,21 @@ TEST_F(ParameterScreenTest, NothingIsLeftOfAMarkerBesideTheGraph) {
     EXPECT_TRUE(screen_shows(764, 337, "Specifications", colour::section_title));
     EXPECT_TRUE(screen_shows(750, 365, "New car", colour::value));
 }
+
+TEST_F(ParameterScreenTest, TheStripTellsOfThePointThatWasSelected) {
+    const auto fact = [](const std::string& text) {
+        return look([text] {
+            const int x = 960 - 8 - 8 * static_cast<int>(text.size());
+            EXPECT_TRUE(screen_shows(x - 8, 616, " " + text, 0xFFB4B4B4)) << text;
+        });
+    };
+    const auto plain = look([] {
+        for (int y = 600; y < 648; ++y)
+            for (int x = 700; x < 960; ++x)
+                ASSERT_NE(drawn(x, y), Pixel{0xFFB4B4B4}) << x << "," << y;
+    });
+    play_screen({mouse_at(curve_x(9), 300), plain, click(curve_x(10), curve_y(57)), fact("1280 RPM, torque 57"),
+                 key_press(Key::up), fact("1280 RPM, torque 58"), key_press(Key::left), fact("1152 RPM, torque 0"),
+                 click(curve_x(10), 300, 2), fact("1280 RPM, torque 58"), mouse_at(5, 5), fact("1280 RPM, torque 58")});
+    play_screen({plain});
+}

@@ -152,3 +152,60 @@ TEST(LineEdit, TypingAtTheEndOfAFullRowChangesNothing) {
     EXPECT_EQ(row.text(), "abcd");
     EXPECT_EQ(row.caret(), 4U);
 }
+
+TEST(LineEditOfFileNames, TheCaretStepsOverWholeCharacters) {
+    LineEdit field = field_at_end(62, "a\u00C4\u20AC.res", Typing::file_name);
+    EXPECT_EQ(field.shown(), "a\x8E?.res");
+    EXPECT_EQ(field.caret_cell(), 7U);
+    for (int step = 0; step < 5; ++step)
+        field.handle_key(key::left);
+    EXPECT_EQ(field.caret_cell(), 2U);
+    EXPECT_EQ(field.caret(), 3U);
+    field.handle_key(key::left);
+    EXPECT_EQ(field.caret(), 1U);
+    field.handle_key(key::right);
+    EXPECT_EQ(field.caret(), 3U);
+}
+
+TEST(LineEditOfFileNames, BackspaceAndDeleteTakeWholeCharacters) {
+    LineEdit field(62, "\u00C4\u00D6\u00DC", Typing::file_name);
+    field.move_caret_to_cell(1);
+    EXPECT_TRUE(field.handle_key(key::backspace));
+    EXPECT_EQ(field.text(), "\u00D6\u00DC");
+    EXPECT_EQ(field.caret(), 0U);
+    EXPECT_TRUE(field.handle_key(key::delete_));
+    EXPECT_EQ(field.text(), "\u00DC");
+    field.caret_to_end();
+    EXPECT_FALSE(field.handle_key(key::delete_));
+}
+
+TEST(LineEditOfFileNames, TheCaretIsNeverInsideACharacter) {
+    LineEdit field(62, "\u00C4\u20AC", Typing::file_name);
+    for (std::size_t at = 0; at < 9; ++at) {
+        field.move_caret(at);
+        EXPECT_TRUE(field.caret() == 0 || field.caret() == 2 || field.caret() == 5) << at;
+    }
+    field.move_caret_to_cell(99);
+    EXPECT_EQ(field.caret(), 5U);
+    LineEdit joined(62, "\xC3x\xA9", Typing::file_name);
+    joined.move_caret(1);
+    joined.handle_key(key::delete_);
+    EXPECT_EQ(joined.caret(), 0U) << "the bytes around it are one character now";
+}
+
+TEST(LineEditOfFileNames, TheLimitCountsCharacters) {
+    LineEdit field = field_at_end(4, "\u00C4\u00D6\u00DC", Typing::file_name);
+    type(field, "xy");
+    EXPECT_EQ(field.text(), "\u00C4\u00D6\u00DCx");
+}
+
+TEST(LineEdit, TextsOfTheGameHaveACharacterInEveryByte) {
+    LineEdit field = field_at_end(21, "\xC3\xA9", Typing::printable);
+    EXPECT_EQ(field.shown(), "\xC3\xA9");
+    field.handle_key(key::left);
+    EXPECT_EQ(field.caret_cell(), 1U);
+    field.handle_key(key::backspace);
+    EXPECT_EQ(field.text(), "\xA9");
+    field.move_caret_to_cell(7);
+    EXPECT_EQ(field.caret(), 1U);
+}
