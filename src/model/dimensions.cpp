@@ -46,7 +46,7 @@ bool is_whole_wheel(const SHAPEMODEL& model, std::size_t primitive) {
 
 // ODDITY radius-of-plain-maxima (kept): the radius takes the greatest x and y, not the farthest from the middle, so
 // that a model that lies more to the other side gets a smaller one than its box needs.
-void store_dimensions(const SHAPEMODEL& model, ParameterBlock& par) {
+CollisionBox collision_box(const SHAPEMODEL& model) {
     Extent x, y, z;
     for (const SHAPEVERTEX& vertex : vertices_in_use(model)) {
         x.include(vertex.x);
@@ -54,10 +54,15 @@ void store_dimensions(const SHAPEMODEL& model, ParameterBlock& par) {
         z.include(vertex.z);
     }
     const double radius = std::sqrt(z.max * z.max + x.max * x.max + y.max * y.max) * radius_allowance;
-    set_word(par, par_offset::collision_half_width, rounded_word(x.reach() / box_unit));
-    set_word(par, par_offset::collision_half_length, rounded_word(y.reach() / box_unit));
-    set_word(par, par_offset::collision_height, rounded_word(z.max / box_unit));
-    set_word(par, par_offset::collision_radius, rounded_word(radius / box_unit));
+    return {x.reach() / box_unit, z.max / box_unit, y.reach() / box_unit, radius / box_unit};
+}
+
+void store_dimensions(const SHAPEMODEL& model, ParameterBlock& par) {
+    const CollisionBox box = collision_box(model);
+    set_word(par, par_offset::collision_half_width, rounded_word(box.half_width));
+    set_word(par, par_offset::collision_half_length, rounded_word(box.half_length));
+    set_word(par, par_offset::collision_height, rounded_word(box.height));
+    set_word(par, par_offset::collision_radius, rounded_word(box.radius));
 }
 
 bool store_wheel_positions(const SHAPEMODEL& model, ParameterBlock& par) {

@@ -7,6 +7,12 @@
 #include "model/parameters.h"
 #include "model/shape.h"
 
+// Of the box that a crash is measured by, in the parameter block's units, not rounded.
+struct CollisionBox {
+    double half_width = 0, height = 0, half_length = 0, radius = 0;
+};
+CollisionBox collision_box(const SHAPEMODEL& model);
+
 // Half-width, height, half-length and radius of the collision box, from all vertices of the model.
 void store_dimensions(const SHAPEMODEL& model, ParameterBlock& par);
 

@@ -16,7 +16,7 @@ constexpr std::size_t page_lines = (page_text.y2 - page_text.y1 + 1) / glyph_hei
 constexpr std::size_t most_columns = 3;
 constexpr std::size_t column_gap = 3, words_gap = 2; // cells
 // The cells that the keys' names take at most, with one, two and three columns.
-constexpr std::array<std::size_t, most_columns> key_cells = {48, 19, 12};
+constexpr std::array<std::size_t, most_columns> key_cells = {32, 19, 12};
 
 struct Columns {
     std::size_t count, cells, keys, words; // widths in cells

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-constexpr std::uint32_t idle_key_colour = 0xFF785A64; // of keys that do nothing now
+constexpr std::uint32_t idle_key_colour = 0xFF8C6E78; // of keys that do nothing now
 
 // An entry of the page, laid out: a heading, or keys with what they do, each in lines one below the other.
 struct PlacedKeys {

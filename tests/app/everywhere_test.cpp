@@ -229,7 +229,7 @@ TEST_F(Everywhere, WhatIsGreyDoesNothingAndWhatIsNotDoes) {
             for (const bool arcs : {false, true}) {
                 DashScreen state;
                 state.arcs = arcs;
-                state.input.mouse = {value + 1, value, 0, 0};
+                state.input.mouse = {value + 9, value, 0, 0};
                 if (OPMODE == dash_mode::gear_box && gear_count() == 0) state.gear = tabs;
                 expect_grey_is_idle(state, dash_screen, with + " in mode " + std::to_string(OPMODE));
             }
