@@ -29,7 +29,14 @@ constexpr std::uint8_t unknown_format = 255; // "Unknown format"
 enum class FileRemark : std::uint8_t {
     none,
     not_writable, // "Invalid file name", because this user may not write there
+    ends_early,   // it ends before what it announces, and was loaded as far as it goes
+    no_car_data,  // it holds nothing that belongs into a file of its kind
 };
+// Of what was read to the end that it has.
+constexpr FileRemark remark_on_content(bool has_car_data, bool ends_early) {
+    if (!has_car_data) return FileRemark::no_car_data;
+    return ends_early ? FileRemark::ends_early : FileRemark::none;
+}
 
 // How one reading or writing ended.
 struct FileOutcome {

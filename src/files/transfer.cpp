@@ -25,6 +25,7 @@
 namespace {
 
 constexpr std::size_t identifier_length = 4;
+const std::string no_car_data = "No car data in it: ";
 
 // What one reader or writer did, and what there is to say beside its outcome.
 struct Handled {
@@ -43,6 +44,8 @@ FileOutcome load_all_shapes(const std::string& filename) { return LOAD3SH(filena
 Handled load_body(const std::string& filename) {
     const BodyLoaded loaded = LOADOBJ(filename, CURMODEL);
     if (!loaded.import) return {loaded.outcome};
+    if (*loaded.import == ObjImport{})
+        return {loaded.outcome, no_car_data + filename + "; " + slot_label(CURMODEL) + " has no body now"};
     const std::string remarks = remarks_on(*loaded.import);
     return {loaded.outcome, "Into " + slot_label(CURMODEL) + (remarks.empty() ? "" : ": " + remarks)};
 }
@@ -125,11 +128,16 @@ std::string part_failure_text(const FileOutcome& outcome, const std::string& fil
     return outcome.remark == FileRemark::not_writable ? "Not writable: " + file : failure_text(outcome, file);
 }
 
-// What a failure's status line leaves unsaid; nothing where the system gave no reason.
-std::string why_not(const FileOutcome& outcome) {
-    if (outcome.reason.empty()) return {};
+// What the status line leaves unsaid; nothing where it says all.
+std::string unsaid(const FileOutcome& outcome) {
     const std::string reason = outcome.file + ": " + outcome.reason;
-    if (outcome.remark == FileRemark::not_writable) return "Not writable: " + reason;
+    switch (outcome.remark) {
+    case FileRemark::not_writable: return "Not writable: " + reason;
+    case FileRemark::ends_early: return "Ends too early: " + outcome.file + ", loaded as far as it goes";
+    case FileRemark::no_car_data: return no_car_data + outcome.file;
+    case FileRemark::none: break;
+    }
+    if (outcome.reason.empty()) return {};
     switch (outcome.code) {
     case file_status::read_error: return "Cannot read " + reason;
     case file_status::not_unpacked: return "Not unpacked: " + outcome.reason;
@@ -146,8 +154,8 @@ std::string done_text(Transfer direction, const std::string& file) {
 TransferReport report(Transfer direction, const FileOutcome& outcome, const std::string& done_name,
                       const std::string& failed_name) {
     if (outcome.code == file_status::nothing_done) return {};
-    if (outcome.succeeded()) return {.text = done_text(direction, done_name)};
-    return {.text = failure_text(outcome, failed_name), .failed = true, .note = why_not(outcome)};
+    if (outcome.succeeded()) return {.text = done_text(direction, done_name), .note = unsaid(outcome)};
+    return {.text = failure_text(outcome, failed_name), .failed = true, .note = unsaid(outcome)};
 }
 
 struct FoundName {
@@ -191,14 +199,15 @@ TransferReport transfer_car(Transfer direction, const std::string& name) {
     const std::string identifier = lower_case(name);
     const EarlierCar before;
     FileOutcome last;
-    std::string first_failure, why;
+    std::string first_failure, why, remark;
     for (const CarFile& part : car_files) {
         const std::string file = std::string(part.prefix) + identifier + std::string(part.extension);
         last = transfer_part(direction, file);
         if (!last.succeeded() && first_failure.empty()) {
             first_failure = part_failure_text(last, file);
-            why = why_not(last);
+            why = unsaid(last);
         }
+        if (remark.empty()) remark = unsaid(last);
         if (last.code != file_status::read_error) continue;
         before.put_back();
         break;
@@ -206,7 +215,7 @@ TransferReport transfer_car(Transfer direction, const std::string& name) {
     // ODDITY four-file-save-keeps-file (kept): a failed load names the identifier, a failed save the file.
     TransferReport result = report(direction, last, name, direction == Transfer::load ? name : last.file);
     result.first_failure = first_failure;
-    result.note = why;
+    result.note = why.empty() ? remark : why;
     return result;
 }
 

@@ -24,9 +24,16 @@ void read_header(ByteReader& reader, BitmapRecord& bitmap) {
 
 std::size_t area(const BitmapRecord& bitmap) { return std::size_t{bitmap.width} * bitmap.height; }
 
+bool is_id_of(BitmapSet set, const std::string& id) {
+    return id.size() == archive_id_length && bitmap_set_ids(set).find("/" + id + "/") != std::string_view::npos;
+}
+
+bool is_dashboard_id(const std::string& id) {
+    return is_id_of(BitmapSet::dashboard, id) || is_id_of(BitmapSet::dots_and_digits, id);
+}
+
 bool belongs_to(const BitmapRecord& bitmap, BitmapSet set) {
-    return has_pixel_buffer(bitmap) && bitmap.name.size() == archive_id_length &&
-           bitmap_set_ids(set).find("/" + bitmap.name + "/") != std::string_view::npos;
+    return has_pixel_buffer(bitmap) && is_id_of(set, bitmap.name);
 }
 
 bool has_room_for(const BitmapRecord& bitmap) {
@@ -49,22 +56,27 @@ bool merge(BitmapRecord bitmap) {
 
 BitmapFile decode_bitmap_file(std::span<const std::byte> file) {
     BitmapFile result;
+    ArchiveDirectory directory = read_archive_directory(file);
+    bool of_a_dashboard = directory.whole && directory.count == 0, ends_early = !directory.whole;
     std::size_t room = max_bitmap_pixels;
-    for (ArchiveEntry& entry : read_archive_directory(file).entries) {
+    for (ArchiveEntry& entry : directory.entries) {
+        of_a_dashboard |= is_dashboard_id(entry.id);
         BitmapRecord bitmap;
         bitmap.name = std::move(entry.id);
         ByteReader reader(file, entry.position);
         read_header(reader, bitmap);
         if (area(bitmap) > room) {
             result.cut = true;
-            continue;
+            continue; // whether its pixels are there was not looked at
         }
         room -= area(bitmap);
         Pixels pixels(area(bitmap));
         reader.bytes(pixels);
         bitmap.pixels = std::move(pixels);
         result.bitmaps.push_back(std::move(bitmap));
+        ends_early |= reader.ran_out();
     }
+    result.remark = remark_on_content(of_a_dashboard, ends_early);
     return result;
 }
 
@@ -115,7 +127,9 @@ bool merge_bitmap_file(BitmapFile file) {
 FileOutcome LOADVSH(const std::string& filename) {
     auto [outcome, file] = load_and_report(filename);
     if (!file) return outcome;
-    if (!merge_bitmap_file(decode_bitmap_file(*file))) outcome.code = file_status::cut_to_fit;
+    BitmapFile bitmaps = decode_bitmap_file(*file);
+    outcome.remark = bitmaps.remark;
+    if (!merge_bitmap_file(std::move(bitmaps))) outcome.code = file_status::cut_to_fit;
     return report_file(outcome);
 }
 

@@ -22,6 +22,7 @@
 struct BitmapFile {
     std::vector<BitmapRecord> bitmaps;
     bool cut = false; // a bitmap was left out for its size
+    FileRemark remark = FileRemark::none;
 };
 BitmapFile decode_bitmap_file(std::span<const std::byte> file);
 

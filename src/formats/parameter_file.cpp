@@ -21,21 +21,29 @@ Bytes zero_ended(const std::string& text) {
     return writer.take();
 }
 
-// Reads a text of at most `longest` bytes up to its zero. False when there was no room for all of it: neither one of
-// those bytes nor the one behind them is the zero that ends a text.
-bool decode_text(ByteReader& reader, std::size_t longest, std::string& text) {
+// How reading a resource, or all of them, went.
+struct Reading {
+    bool known = false;      // it belongs to a car
+    bool cut = false;        // a text had no room
+    bool ends_early = false; // the file ends inside it
+};
+
+// Reads a text of at most `longest` bytes up to its zero. It is cut when neither one of those bytes nor the one behind
+// them is the zero that ends a text.
+Reading decode_text(ByteReader& reader, std::size_t longest, std::string& text) {
+    const std::size_t there = reader.remaining();
     text = reader.text_up_to_zero(longest);
+    if (text.size() < longest) return {.known = true, .ends_early = text.size() == there};
     std::uint8_t behind = 0;
-    return text.size() < longest || !reader.u8(behind) || behind == 0;
+    return {.known = true, .cut = reader.u8(behind) && behind != 0};
 }
 
-// False when a text was cut.
-bool decode_resource(std::string_view id, ByteReader reader, ParameterFile& car) {
-    if (id == "simd") reader.bytes(car.par);
+Reading decode_resource(std::string_view id, ByteReader reader, ParameterFile& car) {
+    if (id == "simd") return {.known = true, .ends_early = reader.bytes(car.par) < car.par.size()};
     if (id == "gnam") return decode_text(reader, longest_name, car.name);
     if (id == "gsna") return decode_text(reader, longest_name, car.sign_name);
     if (id == "edes") return decode_text(reader, longest_information, car.information);
-    return true;
+    return {};
 }
 
 ParameterFile current_car() { return {PAR, CARNAME, CARSIGNNAME, CARINFO}; }
@@ -48,11 +56,16 @@ void keep(ParameterFile car) {
 }
 } // namespace
 
-bool decode_parameter_file(std::span<const std::byte> file, ParameterFile& car) {
-    bool whole = true;
-    for (const ArchiveEntry& entry : read_archive_directory(file).entries)
-        if (!decode_resource(entry.id, ByteReader(file, entry.position), car)) whole = false;
-    return whole;
+ParametersDecoded decode_parameter_file(std::span<const std::byte> file, ParameterFile& car) {
+    const ArchiveDirectory directory = read_archive_directory(file);
+    Reading all{.ends_early = !directory.whole};
+    for (const ArchiveEntry& entry : directory.entries) {
+        const Reading one = decode_resource(entry.id, ByteReader(file, entry.position), car);
+        all.known |= one.known;
+        all.cut |= one.cut;
+        all.ends_early |= one.ends_early;
+    }
+    return {all.cut, remark_on_content(all.known, all.ends_early)};
 }
 
 Bytes encode_parameter_file(const ParameterFile& car) {
@@ -66,7 +79,9 @@ FileOutcome LOADRES(const std::string& filename) {
     auto [outcome, file] = load_and_report(filename);
     if (!file) return outcome;
     ParameterFile car = current_car();
-    if (!decode_parameter_file(*file, car)) outcome.code = file_status::cut_to_fit;
+    const auto [cut, remark] = decode_parameter_file(*file, car);
+    if (cut) outcome.code = file_status::cut_to_fit;
+    outcome.remark = remark;
     keep(std::move(car));
     UPDATEPG(false);
     TITLENAME = CARNAME;

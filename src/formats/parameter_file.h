@@ -20,10 +20,14 @@ struct ParameterFile {
 
 // Fills `car` from the bytes of a parameter file. Resources may stand in any order, unknown ones are skipped, missing
 // ones leave their field as it was; of two with one id both act, in order. The name texts are read up to 255 bytes, the
-// description up to 1023, each cut before its first zero byte. Never fails: a damaged file gives what it holds. Returns
-// false when a text went on past its limit, which is so when neither the limit's bytes nor the one behind them is zero:
+// description up to 1023, each cut before its first zero byte. Never fails: a damaged file gives what it holds. A text
+// is cut when it went on past its limit, which is so when neither the limit's bytes nor the one behind them is zero:
 // lengths are not stored, so that a full text without a zero counts as cut even if another resource follows it.
-bool decode_parameter_file(std::span<const std::byte> file, ParameterFile& car);
+struct ParametersDecoded {
+    bool cut = false;
+    FileRemark remark = FileRemark::none;
+};
+ParametersDecoded decode_parameter_file(std::span<const std::byte> file, ParameterFile& car);
 Bytes encode_parameter_file(const ParameterFile& car);
 
 // Reads the file into PAR, CARNAME, CARSIGNNAME and CARINFO, classifies the mass and sets the window's title. A file

@@ -22,7 +22,7 @@ constexpr std::size_t longest_text = std::numeric_limits<std::uint16_t>::max();
 
 struct Chunk {
     std::string_view id;
-    void (*read)(ByteReader reader, ProjectFile& project);
+    void (*read)(ByteReader& reader, ProjectFile& project);
     void (*write)(ByteWriter& writer, const ProjectFile& project);
 };
 
@@ -37,7 +37,7 @@ void write_text(ByteWriter& writer, std::string_view text) {
     writer.text(text);
 }
 
-void read_texts(ByteReader reader, ProjectFile& project) {
+void read_texts(ByteReader& reader, ProjectFile& project) {
     read_text(reader, project.name);
     read_text(reader, project.sign_name);
     read_text(reader, project.information);
@@ -50,12 +50,12 @@ void write_texts(ByteWriter& writer, const ProjectFile& project) {
     writer.u8(0);
 }
 
-void read_parameters(ByteReader reader, ProjectFile& project) { reader.bytes(project.par); }
+void read_parameters(ByteReader& reader, ProjectFile& project) { reader.bytes(project.par); }
 void write_parameters(ByteWriter& writer, const ProjectFile& project) {
     writer.bytes(std::span<const std::byte>(project.par));
 }
 
-void read_models(ByteReader reader, ProjectFile& project) {
+void read_models(ByteReader& reader, ProjectFile& project) {
     reader.u8(project.paint_jobs);
     for (Shared<SHAPEMODEL>& model : project.models)
         if (read_project_model(reader, project.paint_jobs, model.edit())) project.cut = true;
@@ -68,7 +68,7 @@ void write_models(ByteWriter& writer, const ProjectFile& project) {
         write_project_model(writer, paint_jobs, *model);
 }
 
-void read_bitmaps(ByteReader reader, ProjectFile& project) {
+void read_bitmaps(ByteReader& reader, ProjectFile& project) {
     ProjectBitmaps read = read_project_bitmaps(reader);
     project.bitmaps = std::move(read.bitmaps);
     if (read.cut) project.cut = true;
@@ -84,8 +84,8 @@ constexpr Chunk chunks[] = {{"Base", read_texts, write_texts},
 // ODDITY project-missing-chunk (kept): a chunk without an entry in the table is read from the start of the file.
 //
 // Offset of the data of a chunk; of two entries with its id that of the last one.
-std::uint32_t find_chunk(std::span<const std::byte> file, std::string_view id) {
-    ByteReader reader(file, chunk_count_at);
+std::uint32_t find_chunk(ByteReader& reader, std::string_view id) {
+    reader.seek(chunk_count_at);
     std::uint8_t count = 0;
     std::uint32_t found = 0;
     reader.u8(count);
@@ -109,9 +109,16 @@ void keep_model(const Shared<SHAPEMODEL>& from, Shared<SHAPEMODEL>& to) {
 
 bool is_project_file(std::span<const std::byte> file) { return ByteReader(file).text(magic.size()) == magic; }
 
-void decode_project_file(std::span<const std::byte> file, ProjectFile& project) {
-    for (const Chunk& chunk : chunks)
-        chunk.read(ByteReader(file, find_chunk(file, chunk.id)), project);
+FileRemark decode_project_file(std::span<const std::byte> file, ProjectFile& project) {
+    ByteReader reader(file);
+    bool has_chunk = false;
+    for (const Chunk& chunk : chunks) {
+        const std::uint32_t offset = find_chunk(reader, chunk.id);
+        has_chunk |= offset != 0;
+        reader.seek(offset);
+        chunk.read(reader, project);
+    }
+    return remark_on_content(has_chunk, reader.ran_out());
 }
 
 Bytes encode_project_file(const ProjectFile& project) {
@@ -171,7 +178,7 @@ FileOutcome LOADCAR(const std::string& filename) {
     if (!file) return outcome;
     if (!is_project_file(*file)) return report_file({filename, file_status::unknown_format});
     ProjectFile project = project_of_tables();
-    decode_project_file(*file, project);
+    outcome.remark = decode_project_file(*file, project);
     if (project.cut) outcome.code = file_status::cut_to_fit;
     keep_project(std::move(project));
     return report_file(outcome);

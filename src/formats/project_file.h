@@ -37,7 +37,8 @@ bool is_project_file(std::span<const std::byte> file);
 // hold keeps its value. Of two chunks with one id the last counts, a missing one is read from the start of the file.
 // Vertices, primitives, materials and bitmaps for which there is no room are read over and remembered in `cut`. Pixels
 // that the file lacks are 0. Where masks lead back to themselves, the bitmap that closes the circle loses its mask.
-void decode_project_file(std::span<const std::byte> file, ProjectFile& project);
+// Returns what there is to remark on the file.
+FileRemark decode_project_file(std::span<const std::byte> file, ProjectFile& project);
 // The bytes of a file with the chunks in the order Base, Pars, Shps, Dash. Texts are cut after 65535 bytes, ids are cut
 // or filled with blanks to four characters, pixels that a bitmap lacks are 0.
 Bytes encode_project_file(const ProjectFile& project);

@@ -24,7 +24,7 @@ std::optional<std::uint64_t> ArchiveDirectory::find(std::string_view id) const {
 
 ArchiveDirectory read_archive_directory(std::span<const std::byte> file, std::size_t most_entries) {
     ArchiveDirectory directory;
-    ByteReader(file, archive_count_at).u16(directory.count);
+    const bool counted = ByteReader(file, archive_count_at).u16(directory.count);
 
     const std::uint64_t offsets_at = archive_ids_at + archive_id_length * directory.count;
     const std::uint64_t data_at = archive_ids_at + entry_width * directory.count;
@@ -38,6 +38,7 @@ ArchiveDirectory read_archive_directory(std::span<const std::byte> file, std::si
         if (id.size() < archive_id_length || !offsets.u32(offset)) break;
         directory.entries.push_back({std::move(id), data_at + offset});
     }
+    directory.whole = counted && directory.entries.size() == seen;
     directory.tables_end = seen == 0 ? archive_ids_at : offsets_at + offset_width * seen;
     return directory;
 }

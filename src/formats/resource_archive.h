@@ -32,6 +32,7 @@ struct ArchiveEntry {
 struct ArchiveDirectory {
     std::uint16_t count = 0;           // n as the file says
     std::vector<ArchiveEntry> entries; // those whose id and offset the file really holds, in table order
+    bool whole = false;                // the file holds the count and all entries that were asked for
     std::uint64_t tables_end = 0;      // where reading stops after the tables of the entries asked for
 
     // Position of the first entry of exactly this id.

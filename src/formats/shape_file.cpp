@@ -168,17 +168,22 @@ std::string shape_id(int model) {
 
 std::uint16_t file_coordinate(double coordinate, double scale) { return rounded_word(coordinate / scale); }
 
-void decode_shape_file(std::span<const std::byte> file, std::uint32_t mask, ShapeFile& shapes) {
+FileRemark decode_shape_file(std::span<const std::byte> file, std::uint32_t mask, ShapeFile& shapes) {
     const ArchiveDirectory directory = read_archive_directory(file, entries_seen);
     ByteReader reader(file, directory.tables_end);
+    bool holds_shapes = false;
     for (int k = 0; k < shape_file_models; ++k) {
         // ODDITY missing-shape (kept): without an entry of its own a model is read from where the reading before it
         // ended.
-        if (const auto position = directory.find(shape_id(k))) reader.seek(*position);
+        if (const auto position = directory.find(shape_id(k))) {
+            reader.seek(*position);
+            holds_shapes = true;
+        }
         if ((mask >> k & 1U) == 0) continue;
         SHAPEMODEL& model = shapes.models[static_cast<std::size_t>(k)];
         if (read_model(reader, shape_scale(k), model, shapes.paint_jobs)) shapes.materials_cut = true;
     }
+    return remark_on_content(holds_shapes, !directory.whole || reader.ran_out());
 }
 
 Bytes encode_shape_file(const ShapeFile& shapes) {
@@ -216,7 +221,7 @@ FileOutcome LOAD3SH(const std::string& filename, std::uint32_t mask) {
     auto [outcome, file] = load_and_report(filename);
     if (!file) return outcome;
     const auto shapes = shapes_of_tables();
-    decode_shape_file(*file, mask, *shapes);
+    outcome.remark = decode_shape_file(*file, mask, *shapes);
     keep_shapes(*shapes);
     if (shapes->materials_cut) outcome.code = file_status::cut_to_fit;
     return report_file(outcome);

@@ -33,8 +33,8 @@ std::string shape_id(int model);
 // paint_jobs becomes that of the last model read. What the file does not hold keeps its value. Only the first 16
 // entries of the archive are seen. A model whose id is missing is read on from where the reading before it ended, the
 // first one from the end of the archive's tables. Materials past the 17th paint job are read over and remembered in
-// materials_cut.
-void decode_shape_file(std::span<const std::byte> file, std::uint32_t mask, ShapeFile& shapes);
+// materials_cut. Returns what there is to remark on the file.
+FileRemark decode_shape_file(std::span<const std::byte> file, std::uint32_t mask, ShapeFile& shapes);
 // All seven models. Counts, materials and vertex indices are written as their low 8 bits, coordinates as
 // file_coordinate says; every vertex and primitive follows, also those that a cut count leaves out.
 Bytes encode_shape_file(const ShapeFile& shapes);

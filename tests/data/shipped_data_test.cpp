@@ -47,16 +47,14 @@ protected:
     void SetUp() override {
         ShippedData::SetUp();
         const std::string id = GetParam();
-        LOADRES("car" + id + ".res");
-        expect_loaded();
-        LOAD3SH("st" + id + ".3sh", all_shapes);
-        expect_loaded();
-        LOADVSH("stda" + id + ".vsh");
-        expect_loaded();
-        LOADVSH("stdb" + id + ".vsh");
-        expect_loaded();
+        expect_loaded(LOADRES("car" + id + ".res"));
+        expect_loaded(LOAD3SH("st" + id + ".3sh", all_shapes));
+        expect_loaded(LOADVSH("stda" + id + ".vsh"));
+        expect_loaded(LOADVSH("stdb" + id + ".vsh"));
     }
-    static void expect_loaded() { ASSERT_EQ(FILE_ERNUM, file_status::success) << FILE_FILE << ": " << FILE_ERROR; }
+    static void expect_loaded(const FileOutcome& outcome) {
+        ASSERT_EQ(outcome, (FileOutcome{outcome.file})) << outcome.file << ": " << error_text(outcome.code);
+    }
 };
 
 std::vector<std::string> lines_of(const std::string& information) {

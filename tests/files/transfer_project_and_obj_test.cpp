@@ -79,7 +79,9 @@ TEST_F(TransferOfModels, WhatABodyLostIsNotedBesideItsStatus) {
 
     write_text("empty.obj", "# nothing\n");
     EXPECT_EQ(transfer(Transfer::load, "empty.obj").text, "Loaded empty.obj");
-    EXPECT_EQ(transfer(Transfer::load, "empty.obj").note, "Into Showroom: no face");
+    EXPECT_EQ(transfer(Transfer::load, "empty.obj").note, "No car data in it: empty.obj; Showroom has no body now");
+    write_text("points.obj", "v 0 0 0\n");
+    EXPECT_EQ(transfer(Transfer::load, "points.obj").note, "Into Showroom: no face");
     EXPECT_EQ(transfer(Transfer::load, "none.obj").note, "");
 }
 

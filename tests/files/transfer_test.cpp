@@ -281,6 +281,40 @@ TEST_F(TransferTest, WhatCannotBeReadIsNotedWithTheSystemsReason) {
               0);
 }
 
+TEST_F(TransferTest, AFileThatEndsTooEarlyIsNamedInTheNote) {
+    transfer(Transfer::save, "abcd");
+    std::filesystem::resize_file("stabcd.3sh", std::filesystem::file_size("stabcd.3sh") - 4);
+    const TransferReport single = transfer(Transfer::load, "stabcd.3sh");
+    EXPECT_EQ(single.text, "Loaded stabcd.3sh");
+    EXPECT_EQ(single.note, "Ends too early: stabcd.3sh, loaded as far as it goes");
+    const TransferReport car = transfer(Transfer::load, "abcd");
+    EXPECT_EQ(car.text, "Loaded abcd");
+    EXPECT_EQ(car.note, "Ends too early: stabcd.3sh, loaded as far as it goes");
+    EXPECT_EQ(car.first_failure, "");
+}
+
+TEST_F(TransferTest, AFailureOfACarGoesBeforeWhatThereIsToRemark) {
+    transfer(Transfer::save, "abcd");
+    std::filesystem::resize_file("carabcd.res", 100);
+    put_file("stdaabcd.vsh", Bytes(3));
+    write_text("stabcd.3sh", "x");
+    std::filesystem::permissions("stabcd.3sh", std::filesystem::perms::none);
+    std::filesystem::permissions(directory.path(), std::filesystem::perms::all);
+    for (const char* name : {"carabcd.res", "stdaabcd.vsh", "stdbabcd.vsh"})
+        std::filesystem::permissions(name, std::filesystem::perms::all);
+    EXPECT_EQ(run_as_ordinary_user([] {
+                  return transfer(Transfer::load, "abcd").note == "Cannot read stabcd.3sh: Permission denied" ? 0 : 1;
+              }),
+              0);
+}
+
+TEST_F(TransferTest, AFileOfAnotherKindHasNoCarData) {
+    for (const char* name : {"letter.res", "letter.3sh", "letter.vsh"}) {
+        write_text(name, "A letter to somebody, and nothing else.\n");
+        EXPECT_EQ(transfer(Transfer::load, name).note, std::string("No car data in it: ") + name);
+    }
+}
+
 TEST_F(TransferTest, WhatSaysAllInItsStatusHasNoNote) {
     for (const char* name : {"abcd", "x.res", "x.3sh", "x.vsh", "x.car"}) {
         EXPECT_EQ(transfer(Transfer::save, name).note, "") << name;
