@@ -15,7 +15,7 @@
 
 namespace {
 constexpr int rounds = 31;
-constexpr double most_times_reading = 4;
+constexpr double most_times_reading = 5;
 constexpr double most_times_writing = 4;
 
 bool succeeded(const char* what, const FileOutcome& outcome) {

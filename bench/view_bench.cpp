@@ -1,5 +1,6 @@
 // Redraws of the 3D editor's views with a model that fills the tables: the shaded view against the same triangles
-// through SDL's software renderer and against filling the view's rectangle once, and all four views.
+// through SDL's software renderer and against filling the view's rectangle once, and all four views. Both draw the same
+// triangles; with their outlines the view sets half as many pixels again as SDL does.
 #include "alternate.h"
 #include "editor3d/views.h"
 #include "editor3d/visual_model.h"
@@ -23,8 +24,7 @@
 namespace {
 
 constexpr double times_faster = 2.0;
-constexpr double times_faster_at_worst = 1.0; // with twice as many faces as a closed body shows, half of them tiny
-constexpr double all_views_limit = 4.0;       // milliseconds
+constexpr double all_views_limit = 4.0; // milliseconds
 constexpr int rounds = 31;
 
 constexpr int rings = 23, corners_per_ring = 22; // 22 x 22 squares, and a lid
@@ -195,7 +195,7 @@ int main() {
     make_model(CAR[0].edit(), 0);
     bool kept = measure_shaded_view("closed body", times_faster);
     make_model(CAR[0].edit(), 1);
-    kept &= measure_shaded_view("every face double-sided", times_faster_at_worst);
+    kept &= measure_shaded_view("every face double-sided", times_faster);
     W3D[view_3d].zoom = 400;
     kept &= measure_shaded_view("double-sided, seen close", times_faster);
     W3D[view_3d].zoom = 60;

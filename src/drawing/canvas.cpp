@@ -27,7 +27,7 @@ std::int64_t growth(const Rectangle& a, const Rectangle& b) { return area(boundi
 } // namespace
 
 void DamageList::add(Rectangle changed) {
-    if (changed.empty()) return;
+    if (changed.empty() || is_covered(changed)) return;
     for (std::size_t at = 0; at < count_;) {
         if (growth(all_[at], changed) > worth_joining) {
             ++at;
@@ -41,6 +41,12 @@ void DamageList::add(Rectangle changed) {
     }
     all_[count_++] = changed;
     if (count_ > most) join_cheapest();
+}
+
+bool DamageList::is_covered(const Rectangle& changed) const {
+    return std::ranges::any_of(rectangles(), [&](const Rectangle& one) {
+        return changed.x1 >= one.x1 && changed.y1 >= one.y1 && changed.x2 <= one.x2 && changed.y2 <= one.y2;
+    });
 }
 
 void DamageList::remove(std::size_t at) { all_[at] = all_[--count_]; }

@@ -35,6 +35,7 @@ public:
     Rectangle around() const;
 
 private:
+    bool is_covered(const Rectangle& changed) const;
     void remove(std::size_t at);
     void join_cheapest();
 

@@ -23,20 +23,23 @@ bool are_numbers(std::initializer_list<double> coordinates);
 template <typename Pixel>
 class PixelRows {
 public:
-    PixelRows(std::uint8_t* pixels, std::size_t pitch, Pixel value) : pixels_(pixels), pitch_(pitch), value_(value) {
+    PixelRows(std::uint8_t* pixels, std::size_t pitch, Pixel value) : pixels_(pixels), pitch_(pitch) {
         block_.fill(value);
     }
 
-    void set(int x, int y) const { put(address(x, y)); }
-    // From x1 to x2, which must not lie before it. Runs are short as a rule: few stores, which may overlap.
+    void set(int x, int y) const { put<pixel_bytes>(address(x, y)); }
+    // From x1 to x2, which must not lie before it. Runs are short as a rule: few stores, which may overlap, and few
+    // branches, which no processor could foresee.
     void fill(int x1, int x2, int y) const {
         std::uint8_t* at = address(x1, y);
         const int bytes = (x2 - x1 + 1) * pixel_bytes;
         if (bytes < block_bytes) return fill_part(at, bytes);
         std::uint8_t* const last_block = at + bytes - block_bytes;
-        for (; at < last_block; at += block_bytes)
-            put_block(at);
-        put_block(last_block);
+        put<block_bytes>(last_block);
+        do {
+            put<block_bytes>(at);
+            at += block_bytes;
+        } while (at < last_block);
     }
 
 private:
@@ -45,17 +48,25 @@ private:
     std::uint8_t* address(int x, int y) const {
         return pixels_ + static_cast<std::size_t>(y) * pitch_ + static_cast<std::size_t>(x) * sizeof(Pixel);
     }
-    void put(std::uint8_t* at) const { std::memcpy(at, &value_, sizeof value_); }
-    void put_block(std::uint8_t* at) const { std::memcpy(at, block_.data(), block_bytes); }
-    // Less than a block.
+    template <int bytes>
+    void put(std::uint8_t* at) const {
+        std::memcpy(at, block_.data(), bytes);
+    }
+    // Less than a block: two stores, from either end.
     void fill_part(std::uint8_t* at, int bytes) const {
-        for (std::uint8_t* const end = at + bytes; at < end; at += pixel_bytes)
-            put(at);
+        if (bytes >= 8) return put_at_both_ends<8>(at, bytes);
+        if (bytes >= 4) return put_at_both_ends<4>(at, bytes);
+        if (bytes >= 2) return put_at_both_ends<2>(at, bytes);
+        put<1>(at);
+    }
+    template <int part>
+    void put_at_both_ends(std::uint8_t* at, int bytes) const {
+        put<part>(at);
+        put<part>(at + bytes - part);
     }
 
     std::uint8_t* pixels_;
     std::size_t pitch_;
-    Pixel value_;
     std::array<Pixel, block_bytes / sizeof(Pixel)> block_;
 };
 

@@ -72,18 +72,22 @@ private:
     void draw_flat_bottom(const Corner& top, Corner left, Corner right) const {
         if (off_screen(top.y, left.y)) return;
         order_by_column(left, right);
-        draw_sides({top, left, top, right});
-        fill({left.x, right.x}, left.y);
+        draw_half({top, left, top, right}, left, right);
     }
     void draw_flat_top(Corner left, Corner right, const Corner& bottom) const {
         if (off_screen(left.y, bottom.y)) return;
         order_by_column(left, right);
-        draw_sides({left, bottom, right, bottom});
+        draw_half({left, bottom, right, bottom}, left, right);
+    }
+
+    // The sides, and the line between the corners on its flat end, which is in the runs when there is one a row.
+    void draw_half(const Half& half, const Corner& left, const Corner& right) const {
+        if (has_one_run_a_row(half)) return draw_runs(half);
+        draw_sides(half);
         fill({left.x, right.x}, left.y);
     }
 
     void draw_sides(const Half& half) const {
-        if (has_one_run_a_row(half)) return draw_runs(half);
         const int first = std::max(half.top(), clip_.y1), last = std::min(half.bottom(), clip_.y2);
         if (first > last) return;
         Side left(half.left_top, half.left_bottom, first), right(half.right_top, half.right_bottom, first);

@@ -20,26 +20,28 @@ class PieceTable {
 public:
     explicit PieceTable(VISUALMODEL& visual) : visual_(visual) { visual_.ntris = 0; }
 
-    void add(const VISUALPRIM& piece) {
-        if (visual_.ntris < visual_.tris.size()) visual_.tris[visual_.ntris++] = piece;
+    // Field by field: records that are put together elsewhere and copied cost more than all else here.
+    void add(std::uint8_t type, const SHAPEPRIM& prim, std::size_t index, int paint_job,
+             const std::array<std::uint16_t, 3>& corners) {
+        if (visual_.ntris == visual_.tris.size()) return;
+        VISUALPRIM& piece = visual_.tris[visual_.ntris++];
+        piece.type = type;
+        for (std::size_t i = 0; i < corners.size(); ++i)
+            piece.corner[i] = static_cast<std::int16_t>(corners[i]);
+        piece.prim = static_cast<std::int16_t>(index);
+        piece.material = prim.material[static_cast<std::size_t>(paint_job)];
+        piece.flags = prim.flags;
     }
 
 private:
     VISUALMODEL& visual_;
 };
 
-// All pieces of a primitive. `piece` has what they share, the kind of the primitive among it.
-void add_pieces(PieceTable& pieces, VISUALPRIM piece, std::span<const std::uint16_t> corners) {
-    const auto corner = [&](std::size_t i) { return static_cast<std::int16_t>(corners[i]); };
-    if (corners.size() == 2) {
-        piece.corner = {corner(0), corner(1), 0};
-        return pieces.add(piece);
-    }
-    piece.type = primitive_type::triangle;
-    for (std::size_t i = 1; i + 1 < corners.size(); ++i) {
-        piece.corner = {corner(0), corner(i), corner(i + 1)};
-        pieces.add(piece);
-    }
+void add_pieces(PieceTable& pieces, const SHAPEPRIM& prim, std::size_t index, int paint_job) {
+    const auto corners = corners_of(prim);
+    if (corners.size() == 2) return pieces.add(prim.type, prim, index, paint_job, {corners[0], corners[1], 0});
+    for (std::size_t i = 1; i + 1 < corners.size(); ++i)
+        pieces.add(primitive_type::triangle, prim, index, paint_job, {corners[0], corners[i], corners[i + 1]});
 }
 
 } // namespace
@@ -55,13 +57,7 @@ void simplify_model(const SHAPEMODEL& model, int paint_job, VISUALMODEL& visual)
     // wheels or not.
     for (std::size_t i = car_layout::first_body_primitive; i < primitives_in_use(model).size(); ++i) {
         const SHAPEPRIM& prim = model.prims[i];
-        if (!becomes_pieces(model, prim)) continue;
-        VISUALPRIM piece;
-        piece.type = prim.type;
-        piece.prim = static_cast<std::int16_t>(i);
-        piece.material = prim.material[static_cast<std::size_t>(paint_job)];
-        piece.flags = prim.flags;
-        add_pieces(pieces, piece, corners_of(prim));
+        if (becomes_pieces(model, prim)) add_pieces(pieces, prim, i, paint_job);
     }
 }
 
