@@ -6,7 +6,7 @@ build_packages=(
     libsdl2-dev libx11-dev libstb-dev libfreetype-dev xfonts-terminus-dos
 )
 display_packages=(xvfb xdotool imagemagick)
-test_packages=(libgtest-dev libgmock-dev libxtst-dev assimp-utils clang-format python3 "${display_packages[@]}")
+test_packages=(libgtest-dev libgmock-dev libxtst-dev assimp-utils libjpeg-turbo-progs clang-format python3 "${display_packages[@]}")
 fuzz_packages=(clang libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev libxtst-dev xvfb)
 tidy_packages=(clang-tidy)

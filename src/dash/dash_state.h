@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <span>
+#include <string>
 
 // What is worked on of a list of points, and the arc along which they can be laid.
 struct PointEdit {
@@ -18,6 +19,7 @@ struct PointEdit {
 // A bitmap that the mouse moves, by the point at which it was taken.
 struct Drag {
     int bitmap;
+    std::string name;     // of the bitmap: meanwhile another one may have come to its place in the table
     CockpitPoint grabbed; // from the bitmap's left top corner
 };
 

@@ -13,7 +13,11 @@ namespace {
 
 constexpr MarkSizes knob_mark{{-1, 1}, {-1, 2}};
 
-int worked_on(const DashScreen& state) { return state.gear == tabs ? gate : state.gear; }
+// The gear that is edited: the last one when the count went down with another car, the first one without gears.
+int current_gear(const DashScreen& state) {
+    return state.gear == tabs ? tabs : std::min(state.gear, std::max(gear_count(), 1));
+}
+int worked_on(const DashScreen& state) { return state.gear == tabs ? gate : current_gear(state); }
 
 // The gear box, or, without one, the canvas.
 const BitmapRecord& gear_box() { return BITMAP[RBM("gbox")]; }
@@ -43,7 +47,7 @@ void draw_view(const DashScreen& state) {
     draw_cockpit(view, Steering::straight);
     draw_bitmap(view, "gbox");
     for (int gear = 1; gear <= gear_count(); ++gear)
-        draw_gear(view, gear, gear == state.gear);
+        draw_gear(view, gear, gear == current_gear(state));
     draw_gate(view, state.gear == tabs);
 }
 
@@ -53,7 +57,7 @@ std::string gear_text(int gear) {
 
 void draw_panel(const DashScreen& state) {
     DRAWSECTION(720, 90, 917, 296, "Gear box", false);
-    draw_row(edit_columns, {100, "Editing", gear_text(state.gear)});
+    draw_row(edit_columns, {100, "Editing", gear_text(current_gear(state))});
 }
 
 // --- mouse ---------------------------------------------------------------------------------------------------------
@@ -71,18 +75,20 @@ void on_mouse(DashScreen& state, CockpitPoint place) {
 // --- keys ----------------------------------------------------------------------------------------------------------
 
 void next_gear(DashScreen& state) {
-    if (state.gear == tabs)
+    const int gear = current_gear(state);
+    if (gear == tabs)
         state.gear = 1;
     else
-        state.gear = state.gear < gear_count() ? state.gear + 1 : tabs;
+        state.gear = gear < gear_count() ? gear + 1 : tabs;
     state.redraw = true;
 }
 
 void previous_gear(DashScreen& state) {
-    if (state.gear == tabs)
+    const int gear = current_gear(state);
+    if (gear == tabs)
         state.gear = std::max(gear_count(), 1);
     else
-        state.gear = state.gear > 1 ? state.gear - 1 : tabs;
+        state.gear = gear > 1 ? gear - 1 : tabs;
     state.redraw = true;
 }
 

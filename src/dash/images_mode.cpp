@@ -91,12 +91,17 @@ void take(DashScreen& state, CockpitPoint place) {
     if (item == 0) return;
     const int index = DASHITEM[item].bitmap;
     state.item = item;
-    state.drag = Drag{index, place - CockpitPoint{BITMAP[index].absolute_x, BITMAP[index].absolute_y}};
+    const BitmapRecord& bitmap = BITMAP[index];
+    state.drag = Drag{index, bitmap.name, place - CockpitPoint{bitmap.absolute_x, bitmap.absolute_y}};
     state.redraw = true;
 }
 
+// Removing and importing with the button held move bitmaps in the table.
+bool is_gone(const Drag& drag) { return drag.bitmap > BITMAPS || BITMAP[drag.bitmap].name != drag.name; }
+
 void on_mouse(DashScreen& state, CockpitPoint place) {
     if (state.input.left_pressed()) return take(state, place);
+    if (state.drag && is_gone(*state.drag)) state.drag.reset();
     if (!state.drag) return;
     const CockpitPoint corner = place - state.drag->grabbed;
     MOVEDASHIMAGETO(state.drag->bitmap, corner.x, corner.y);

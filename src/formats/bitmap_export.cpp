@@ -50,6 +50,12 @@ Failure write_targa(const Image& image, const std::string& path) {
 Failure write_bmp(const Image& image, const std::string& path) { return failure_of(save_bmp(image, path)); }
 Failure write_png(const Image& image, const std::string& path) { return failure_of(SavePNGFile(image, path, true)); }
 
+// Some converters take the rows of a Truevision file for stored from the top, whatever its header says: so they are.
+Failure write_for_converter(const Image& image, const std::string& path) {
+    save_targa_from_the_top(path, &image);
+    return TARGAERRORMESSAGE;
+}
+
 // The file that stands where a converter is to write: one that fails half-way does not cost it.
 class EarlierFile {
 public:
@@ -71,7 +77,7 @@ Failure convert(const Image& image, const std::string& path) {
     const std::string converter = CONFIG("imagick");
     if (converter.empty()) return "No image converter is configured";
     const std::string picture = WORKDIR + "temp.tga";
-    if (Failure failure = write_targa(image, picture); !failure.empty()) return failure;
+    if (Failure failure = write_for_converter(image, picture); !failure.empty()) return failure;
     const EarlierFile earlier(path);
     const CommandOutcome outcome = run_external_program(
         converter + " " + shell_quoted(picture) + " " + shell_quoted(path), "the image converter", converters_time);

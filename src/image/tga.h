@@ -68,7 +68,11 @@ void TARGASAVE32(const std::string& filename, const Image* image);
 void TARGASAVE16(const std::string& filename, const Image* image);
 void TARGASAVE8(const std::string& filename, const Image* image, std::span<const std::uint8_t> palette);
 
+// TARGASAVE32 with the top row first, for programs that take rows as they come, whatever the header says of them.
+void save_targa_from_the_top(const std::string& filename, const Image* image);
+
 // The bytes that the writers write; the image must be of the depth in the name. One without area has no packets.
-Bytes encode_targa_32(const Image& image);
+enum class TargaRows { bottom_up, top_down };
+Bytes encode_targa_32(const Image& image, TargaRows rows = TargaRows::bottom_up);
 Bytes encode_targa_16(const Image& image);
 Bytes encode_targa_8(const Image& image, std::span<const std::uint8_t> palette);

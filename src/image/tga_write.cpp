@@ -1,4 +1,4 @@
-// Writing TGA images: run-length packets, rows bottom-up, the footer of TGA 2.0.
+// Writing TGA images: run-length packets, rows bottom-up unless asked otherwise, the footer of TGA 2.0.
 #include "base/file_io.h"
 #include "image/tga.h"
 #include "image/tga_layout.h"
@@ -154,13 +154,14 @@ Pixel follower_of_row(const Image& image, int y, Pixel last) {
 }
 
 template <typename Format>
-void write_packets(ByteWriter& writer, const Image& image) {
+void write_packets(ByteWriter& writer, const Image& image, TargaRows order = TargaRows::bottom_up) {
     using Pixel = typename Format::Pixel;
     const auto width = static_cast<std::size_t>(image.width());
     if (width == 0) return;
     std::vector<Pixel> pixels(width + 1);
     PacketRow<Format> packets(width);
-    for (int y = image.height() - 1; y >= 0; --y) {
+    for (int row = 0; row < image.height(); ++row) {
+        const int y = order == TargaRows::top_down ? row : image.height() - 1 - row;
         std::memcpy(pixels.data(), image.row(y).data(), image.row(y).size());
         pixels[width] = follower_of_row(image, y, pixels[width - 1]);
         writer.bytes(packets.encode(pixels));
@@ -201,17 +202,18 @@ void save_targa(const std::string& filename, const Image* image, int bytes_per_p
 
 } // namespace
 
-Bytes encode_targa_32(const Image& image) {
+Bytes encode_targa_32(const Image& image, TargaRows rows) {
     const bool opaque = is_opaque(image);
     ByteWriter writer;
     HeaderFields fields;
     fields.depth = opaque ? 24 : 32;
     fields.descriptor = opaque ? 0 : 8;
+    if (rows == TargaRows::top_down) fields.descriptor |= top_to_bottom;
     write_header(writer, fields, image);
     if (opaque)
-        write_packets<Rgb24>(writer, image);
+        write_packets<Rgb24>(writer, image, rows);
     else
-        write_packets<Argb32>(writer, image);
+        write_packets<Argb32>(writer, image, rows);
     write_footer(writer);
     return writer.take();
 }
@@ -244,10 +246,16 @@ Bytes encode_targa_8(const Image& image, std::span<const std::uint8_t> palette) 
 
 void TARGASAVE(const std::string& filename, const Image* image) { TARGASAVE32(filename, image); }
 
-void TARGASAVE32(const std::string& filename, const Image* image) { save_targa(filename, image, 4, encode_targa_32); }
+void TARGASAVE32(const std::string& filename, const Image* image) {
+    save_targa(filename, image, 4, [](const Image& picture) { return encode_targa_32(picture); });
+}
 
 void TARGASAVE16(const std::string& filename, const Image* image) { save_targa(filename, image, 2, encode_targa_16); }
 
 void TARGASAVE8(const std::string& filename, const Image* image, std::span<const std::uint8_t> palette) {
     save_targa(filename, image, 1, [&](const Image& picture) { return encode_targa_8(picture, palette); });
+}
+
+void save_targa_from_the_top(const std::string& filename, const Image* image) {
+    save_targa(filename, image, 4, [](const Image& picture) { return encode_targa_32(picture, TargaRows::top_down); });
 }

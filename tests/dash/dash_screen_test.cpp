@@ -1,9 +1,47 @@
 // The screen around its modes: changing them, zoom, leaving, what stays between visits.
 #include "dash_test.h"
 
+#include "formats/bitmap_file.h"
+
+#include <algorithm>
+
 namespace {
-using DashScreenTest = DashTest;
+
+class DashScreenTest : public DashTest {
+protected:
+    // Every key that picks no file, the mouse over the whole screen, both zooms.
+    void use_all_of(std::uint8_t mode, bool arcs) {
+        enter(mode);
+        state.arcs = arcs;
+        for (char c = ' '; c <= '~'; ++c)
+            key(std::string(1, c));
+        for (const char* typed : {key::left, key::right, key::up, key::down, key::page_up, key::page_down, key::delete_,
+                                  key::home, key::end})
+            keys(typed, 3);
+        if (mode != dash_mode::images) key(key::enter);
+        for (int y = -1; y < 648; y += 81)
+            for (int x = -1; x < 960; x += 96)
+                mouse_to(x, y, 1);
+        draw_at(2);
+        draw_at(3);
+        EXPECT_EQ(OPMODE, mode);
+    }
+    void use_everything() {
+        for (std::uint8_t mode = 0; mode < dash_mode::count; ++mode)
+            for (const bool arcs : {false, true})
+                use_all_of(mode, arcs);
+    }
+};
+
+// "/id/id/" as single ids.
+std::vector<std::string> ids_of(std::string_view set) {
+    std::vector<std::string> ids;
+    for (std::size_t at = 1; at < set.size(); at += 5)
+        ids.emplace_back(set.substr(at, 4));
+    return ids;
 }
+
+} // namespace
 
 TEST_F(DashScreenTest, TabGoesThroughTheModesAndBack) {
     enter(0);
@@ -144,24 +182,25 @@ TEST_F(DashScreenTest, NoKeyAndNoPlaceOfTheMouseIsTooMuch) {
     add("ins2", 100, 60, -32768, 32767, ink::red);
     add("gbox", 0, 0, 32767, -32768, ink::red);
     PAR.fill(std::byte{0xFF});
-    std::string all;
-    for (char c = ' '; c <= '~'; ++c)
-        all += c;
-    for (std::uint8_t mode = 0; mode < dash_mode::count; ++mode)
-        for (const bool arcs : {false, true}) {
-            enter(mode);
-            state.arcs = arcs;
-            for (const char c : all)
-                key(std::string(1, c));
-            for (const char* typed : {key::left, key::right, key::up, key::down, key::page_up, key::page_down,
-                                      key::delete_, key::home, key::end})
-                keys(typed, 3);
-            if (mode != dash_mode::images) key(key::enter);
-            for (int y = -1; y < 648; y += 81)
-                for (int x = -1; x < 960; x += 96)
-                    mouse_to(x, y, 1);
-            draw_at(2);
-            draw_at(3);
-            EXPECT_EQ(OPMODE, mode);
-        }
+    use_everything();
+}
+
+TEST_F(DashScreenTest, WorksWithoutAnyOneOfTheBitmapsAndWithoutAll) {
+    std::vector<std::string> all = ids_of(bitmap_set_ids(BitmapSet::dashboard));
+    for (const std::string& id : ids_of(bitmap_set_ids(BitmapSet::dots_and_digits)))
+        if (std::ranges::count(all, id) == 0) all.push_back(id);
+    ASSERT_EQ(all.size(), 31U);
+    for (const std::string& missing : all) {
+        reset_bitmaps();
+        INITDASHITEMS();
+        for (const std::string& id : all)
+            if (id != missing) add(id, 10, 10, 5, 5, ink::red);
+        SCOPED_TRACE(missing);
+        use_everything();
+        EXPECT_EQ(RBM(missing), 0);
+    }
+    reset_bitmaps();
+    INITDASHITEMS();
+    use_everything();
+    EXPECT_EQ(BITMAPS, 0);
 }

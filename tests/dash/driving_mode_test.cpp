@@ -29,6 +29,22 @@ protected:
     }
 };
 
+// A window that notes what the place of the wheel comes to show.
+class WatchedWheel : public ScriptedBackend {
+public:
+    std::vector<std::uint32_t> seen;
+
+    WatchedWheel() {
+        std::string error;
+        open(screen_width, screen_height, error);
+    }
+    void present(const Image& picture, std::span<const Rectangle> changed) override {
+        ScriptedBackend::present(picture, changed);
+        const std::uint32_t wheel = shown_pixel(52, 102);
+        if (seen.empty() || seen.back() != wheel) seen.push_back(wheel);
+    }
+};
+
 } // namespace
 
 TEST_F(DrivingTest, TheWheelTurnsWhileACursorKeyIsHeld) {
@@ -39,6 +55,17 @@ TEST_F(DrivingTest, TheWheelTurnsWhileACursorKeyIsHeld) {
     play_screen({mouse_at(5, 590), shows(ink::green), key_down(Key::left), shows(ink::red), key_up(Key::left),
                  shows(ink::green), key_down(Key::right), shows(ink::blue), key_down(Key::left), shows(ink::green),
                  key_up(Key::right), shows(ink::red), key_up(Key::left), shows(ink::green)});
+}
+
+TEST_F(DrivingTest, ATapThatIsOverBeforeItIsPolledTurnsTheWheelOnce) {
+    WatchedWheel watched;
+    use_backend(&watched);
+    watched.play({mouse_at(5, 590), key_press(Key::left), key_press(Key::right), key_press(Key::escape)});
+    OPMODE = dash_mode::driving;
+    DASHMANAGER();
+    use_backend(&window);
+    const std::uint32_t straight = colour_of(ink::green), left = colour_of(ink::red), right = colour_of(ink::blue);
+    EXPECT_EQ(watched.seen, (std::vector{straight, left, straight, right, straight}));
 }
 
 TEST_F(DrivingTest, InOtherModesTheWheelStaysStraight) {

@@ -86,6 +86,22 @@ TEST_F(GearBoxTest, MinusKeepsTheGearWithinTheCount) {
     EXPECT_EQ(par_byte(0), 0);
 }
 
+TEST_F(GearBoxTest, AGearAboveACountThatWentDownIsTheLastOne) {
+    state.gear = 5;
+    set_gear_count(3); // as another car brings it
+    draw();
+    EXPECT_TRUE(shows_edit_row(100, "Editing", "Gear 3/3"));
+    EXPECT_EQ(found(current).x1, view_at(2).at(CockpitPoint{200, 140} + knob(3)).x - 1);
+    key(key::right);
+    EXPECT_EQ(knob(3), (CockpitPoint{22, 13}));
+    EXPECT_EQ(knob(5), (CockpitPoint{35, 15}));
+    key(key::page_down);
+    EXPECT_EQ(state.gear, 2);
+    state.gear = 5;
+    key(key::page_up);
+    EXPECT_EQ(state.gear, tabs);
+}
+
 TEST_F(GearBoxTest, ACountBeyondSixIsUsedAsSixAndKept) {
     set_par_byte(0, 200);
     draw();

@@ -253,6 +253,27 @@ TEST_F(ImagesTest, ADragPausesOutsideTheView) {
     EXPECT_EQ(place("gbox"), (CockpitPoint{55, 45}));
 }
 
+TEST_F(ImagesTest, ABitmapThatIsRemovedWhileItIsDraggedTakesNoOtherAlong) {
+    add("gbox", 10, 10, 0, 0, ink::green);
+    add("whl2", 10, 10, 100, 100, ink::red);
+    press_at(5, 5);
+    key(key::delete_); // the wheel takes the gear box's place in the table
+    mouse_to(x_of(50), y_of(50), 1);
+    EXPECT_EQ(place("whl2"), (CockpitPoint{100, 100}));
+    add("gbox", 10, 10, 0, 0, ink::green);
+    mouse_to(x_of(60), y_of(60), 1);
+    EXPECT_EQ(place("gbox"), (CockpitPoint{0, 0}));
+}
+
+TEST_F(ImagesTest, TheLastBitmapThatIsRemovedWhileItIsDraggedEndsTheDrag) {
+    add("gbox", 10, 10, 0, 0, ink::green);
+    press_at(5, 5);
+    key(key::delete_);
+    mouse_to(x_of(50), y_of(50), 1);
+    EXPECT_EQ(BITMAPS, 0);
+    EXPECT_FALSE(state.drag);
+}
+
 TEST_F(ImagesTest, OtherButtonsDoNothing) {
     add("gbox", 10, 10, 0, 0, ink::green);
     mouse_to(x_of(5), y_of(5), 2);

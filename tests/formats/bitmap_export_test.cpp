@@ -182,7 +182,8 @@ TEST_F(BitmapExport, HandsJpegToTheConverter) {
         EXPECT_EQ(exported("dast", name), "Exported dast to " + directory / name);
         EXPECT_EQ(read_text(directory / name), directory / "temp.tga" + "|" + directory / name + "|2\n");
     }
-    EXPECT_EQ(colours_of("temp.tga"), with_alpha); // and leaves it there
+    EXPECT_EQ(colours_of("temp.tga"), with_alpha);                  // and leaves it there
+    EXPECT_EQ(byte_at(get_file(directory / "temp.tga"), 17), 0x28); // from the top row on
 }
 
 TEST_F(BitmapExport, WithoutAConverterWritesNoJpeg) {

@@ -242,6 +242,59 @@ TEST_F(BitmapImport, ReadsATargaFileByItsName) {
     }
 }
 
+TEST_F(BitmapImport, TakesPngFilesOfEveryForm) {
+    const auto red_of = [](int x, int) {
+        return x == 2 ? png::Samples{255, 255, 255, 255} : png::Samples{255, 0, 0, 0};
+    };
+    const auto deep_red_of = [&](int x, int y) {
+        png::Samples samples = red_of(x, y);
+        for (unsigned& sample : samples)
+            sample *= 257;
+        return samples;
+    };
+    const png::Form alpha{.width = 3, .height = 2};
+    const png::Form palette{.width = 3,
+                            .height = 2,
+                            .depth = 2,
+                            .colour = png::colour::palette,
+                            .palette = byte_list({255, 0, 0, 255, 255, 255}),
+                            .transparency = byte_list({0})};
+    const std::vector<std::pair<png::Form, png::PixelAt>> forms = {
+        {alpha, red_of},
+        {{.width = 3, .height = 2, .interlaced = true}, red_of},
+        {{.width = 3, .height = 2, .depth = 16}, deep_red_of},
+        {{.width = 3, .height = 2, .depth = 16, .interlaced = true}, deep_red_of},
+        {palette, [](int x, int) { return png::Samples{x == 2 ? 1U : 0U}; }},
+    };
+    for (const auto& [form, pixel] : forms) {
+        reset_bitmaps();
+        EXPECT_EQ(import("dast", png::file(form, pixel)), imported("dast"));
+        EXPECT_EQ(pixels("dast"), (Pixels{5, 5, 9, 5, 5, 9}));
+        EXPECT_EQ(pixels("dasm"), (Pixels{255, 255, 0, 255, 255, 0}));
+    }
+}
+
+TEST_F(BitmapImport, TakesJpegFilesOfFourInks) {
+    const Bytes file = jpeg::file({.adobe = true}, 4, [](int, int) { return std::vector{255, 0, 0, 255}; });
+    EXPECT_EQ(import("dast", file, "x.jpg"), imported("dast", "x.jpg"));
+    EXPECT_EQ(pixels("dast"), Pixels(64, 5));
+    EXPECT_EQ(pixels("dasm"), Pixels(64, 0));
+}
+
+TEST_F(BitmapImport, TakesTargaFilesOfEveryKindOfWholeColours) {
+    const Bytes plain_24 = byte_list({0, 0, 255, 255, 255, 255}),
+                run_24 = byte_list({0, 0, 0, 255, 128, 255, 255, 255});
+    const Bytes plain_32 = byte_list({0, 0, 255, 255, 255, 255, 255, 255}),
+                run_32 = byte_list({0, 0, 0, 255, 255, 128, 255, 255, 255, 255});
+    for (const auto& [type, depth, packets] :
+         {std::tuple{2, 24, plain_24}, {10, 24, run_24}, {2, 32, plain_32}, {10, 32, run_32}}) {
+        const TargaFields fields{
+            .image_type = type, .width = 2, .depth = depth, .descriptor = depth == 32 ? 0x28 : 0x20};
+        EXPECT_EQ(import("dash", joined({targa_header(fields), packets}), "x.tga"), imported("dash", "x.tga"));
+        EXPECT_EQ(pixels("dash"), (Pixels{5, 9})) << type << " of " << depth;
+    }
+}
+
 TEST_F(BitmapImport, RefusesTargaFilesOfOtherDepths) {
     add("dash");
     const Bytes map(768);

@@ -57,6 +57,21 @@ TEST(TargaWriter, PaddingTakesNoPartInTheAlphaScan) {
     EXPECT_EQ(byte_at(encode_targa_32(*image), 16), 24);
 }
 
+TEST(TargaWriter, FromTheTopDownRowsAndDescriptorChangeAndNothingElse) {
+    const auto image = create_image(2, 2, 0xFF102030);
+    image->set_pixel(0, 1, 0xFF405060);
+    const Bytes up = encode_targa_32(*image), down = encode_targa_32(*image, TargaRows::top_down);
+    EXPECT_EQ(byte_at(up, 17), 0);
+    EXPECT_EQ(byte_at(down, 17), 0x20);
+    EXPECT_EQ(packets_of(down), byte_list({0x81, 0x30, 0x20, 0x10, 0x01, 0x60, 0x50, 0x40, 0x30, 0x20, 0x10}));
+    EXPECT_EQ(packets_of(up), byte_list({0x01, 0x60, 0x50, 0x40, 0x30, 0x20, 0x10, 0x81, 0x30, 0x20, 0x10}));
+    image->set_pixel(1, 1, 0x80FFFFFF);
+    const Bytes clear = encode_targa_32(*image, TargaRows::top_down);
+    EXPECT_EQ(byte_at(clear, 17), 0x28);
+    EXPECT_EQ(decode_targa(clear).image->pixel(1, 1), 0x80FFFFFFU);
+    EXPECT_EQ(decode_targa(clear).image->pixel(1, 0), 0xFF102030U);
+}
+
 TEST(TargaWriter, ImageWithoutAreaHasNoPackets) {
     const Image narrow(0, 3, 4, 0), flat(3, 0, 4, 12);
     for (const Image* image : {&narrow, &flat})

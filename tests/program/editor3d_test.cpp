@@ -1,5 +1,5 @@
 // The 3D editor in a real window: its keys, and what the saved files and the screen have of them.
-#include "program/program_test.h"
+#include "program/sample_car_test.h"
 
 #include "base/config.h"
 #include "base/file_status.h"
@@ -24,44 +24,14 @@ namespace {
 constexpr std::array<std::pair<int, int>, 5> in_view{{{5, 595}, {40, 70}, {400, 70}, {40, 340}, {400, 540}}};
 constexpr std::array<const char*, 4> arrow_names{"Right", "Left", "Up", "Down"};
 
-// A sample car is loaded in the window, and here, where the same is done to it in another way.
-class Editor3d : public ProgramTest {
+class Editor3d : public SampleCarTest {
 protected:
     void SetUp() override {
-        ProgramTest::SetUp();
-        reset_program();
-        for (const auto& entry : std::filesystem::directory_iterator(KAROSMIT_GARAGE))
-            std::filesystem::copy_file(entry.path(), folder / entry.path().filename());
-        start();
-        type_identifier("brux");
-        window->key("l", {"Control_L"});
-        ASSERT_TRUE(window->wait_for_text(650, 150, "Loaded brux", colour::success));
-        load_here();
+        SampleCarTest::SetUp();
+        INIT3DWINDOWS();
         go_to(1, "= 3D EDITOR =");
     }
-    void TearDown() override {
-        ProgramTest::TearDown();
-        reset_program();
-    }
 
-    void load_here() {
-        const CurrentDirectory inside{folder.string()};
-        PROGDIR = std::filesystem::path(KAROSMIT_PROGRAM).parent_path().string() + "/";
-        LOADMATERIALS();
-        INIT3DWINDOWS();
-        LOADRES("carbrux.res");
-        LOAD3SH("stbrux.3sh", all_shapes);
-        ASSERT_EQ(FILE_ERNUM, file_status::success);
-    }
-
-    void type_identifier(const std::string& identifier) {
-        window->type(identifier);
-        ASSERT_TRUE(file_field_becomes(identifier));
-    }
-    void go_to(int cell, const std::string& title) {
-        window->click(cell * 48 + 24, 620);
-        ASSERT_TRUE(screen_becomes(title));
-    }
     void point_at(int view) {
         const auto [x, y] = in_view[static_cast<std::size_t>(view)];
         window->move(x, y);
@@ -76,13 +46,6 @@ protected:
         return window->wait_for_text(860, y, value, colour::value);
     }
 
-    std::string content_of(const std::string& name) const { return read_text(folder / name); }
-    void save_as_xrux() {
-        go_to(0, "= FILES =");
-        type_identifier("xrux");
-        window->key("s", {"Control_L"});
-        ASSERT_TRUE(window->wait_for_text(650, 150, "Saved xrux", colour::success));
-    }
     // The files that the window saves are those of the car here.
     void expect_same_car_saved() {
         save_as_xrux();
@@ -93,16 +56,12 @@ protected:
         EXPECT_FALSE(content_of("stxrux.3sh") == content_of("stbrux.3sh"));
     }
 
-    // The shaded view as it is drawn here, looked at in a grid of places.
+    // The shaded view as it is drawn here.
     bool view_becomes() const {
         UPDATE3DWINDOW(view_3d);
         const WINDOW3D& view = W3D[view_3d];
-        return wait_until([&] {
-            for (int y = view.top + 12; y < view.bottom - 4; y += 13)
-                for (int x = view.left + 6; x < view.right - 4; x += 13)
-                    if (window->pixel(x, y) != screen().image().pixel(x, y)) return false;
-            return true;
-        });
+        const Rectangle inside{view.left + 2, view.top + 8, view.right - 2, view.bottom - 2};
+        return wait_until([&] { return window->shows_picture(screen().image(), inside); });
     }
 };
 

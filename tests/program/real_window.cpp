@@ -160,6 +160,14 @@ bool RealWindow::wait_for_text(int x, int y, const std::string& text, std::uint3
     return wait_until([&] { return shows_text(x, y, text, colour); });
 }
 
+bool RealWindow::shows_picture(const Image& wanted, const Rectangle& part) const {
+    const Picture picture(display_, window_, part.x1, part.y1, part.x2 - part.x1 + 1, part.y2 - part.y1 + 1);
+    for (int y = part.y1; y <= part.y2; ++y)
+        for (int x = part.x1; x <= part.x2; ++x)
+            if (picture.pixel(x - part.x1, y - part.y1) != (0xFF000000 | wanted.pixel(x, y))) return false;
+    return true;
+}
+
 void RealWindow::save_picture(const std::string& filename) const {
     const auto [width, height] = size();
     const Picture picture(display_, window_, 0, 0, width, height);

@@ -1,6 +1,8 @@
 // The built program in a real window, driven by key and mouse events of the X server, as by a person.
 #pragma once
 
+#include "drawing/canvas.h"
+
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
@@ -74,6 +76,8 @@ public:
     // Whether the text stands there in this colour, glyph pixel by glyph pixel, and nothing else of its colour.
     bool shows_text(int x, int y, const std::string& text, std::uint32_t colour) const;
     bool wait_for_text(int x, int y, const std::string& text, std::uint32_t colour) const;
+    // Whether a part of the window looks as it does in a picture of the whole; alpha takes no part.
+    bool shows_picture(const Image& picture, const Rectangle& part) const;
     // Writes the window's picture as a PPM file, to look at.
     void save_picture(const std::string& filename) const;
 
