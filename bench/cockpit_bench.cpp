@@ -18,7 +18,7 @@
 namespace {
 
 constexpr int rounds = 51;
-constexpr double most_copies = 6; // a redraw is so many copies of the whole area at most
+constexpr double most_copies = 4; // a redraw is so many copies of the whole area at most
 
 void load(const std::string& car) {
     reset_bitmaps();
