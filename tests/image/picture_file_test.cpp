@@ -106,6 +106,15 @@ TEST(PngPictures, OfAPaletteTakeItsColoursAndTransparency) {
     EXPECT_EQ(pixels_of(png::file(form, index))[1], 0xFF040506U);
 }
 
+TEST(PngPictures, MayBeginWithAnEmptyPieceOfData) {
+    const png::Form form{.width = 1, .height = 1};
+    const auto red = [](int, int) { return png::Samples{255, 0, 0, 255}; };
+    const Bytes empty = png::chunk("IDAT", {}), data = png::chunk("IDAT", png::stored(png::rows(form, red)));
+    const Bytes front = joined({png::signature(), png::header(form)}), end = png::chunk("IEND", {});
+    EXPECT_EQ(pixels_of(joined({front, empty, data, end})), (Pixels{0xFFFF0000}));
+    EXPECT_EQ(pixels_of(joined({front, empty, empty, data, empty, end})), (Pixels{0xFFFF0000}));
+}
+
 TEST(PngPictures, OfOneTransparentColourHaveAHole) {
     png::Form form{.width = 2, .colour = png::colour::rgb};
     form.transparency = byte_list({0, 1, 0, 2, 0, 3});
