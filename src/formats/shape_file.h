@@ -45,13 +45,14 @@ bool shapes_fit_file(const ShapeFile& shapes);
 // its low 16 bits kept. Not-a-number and infinities give 0.
 std::uint16_t file_coordinate(double coordinate, double scale);
 
-// The seven models of CAR and CEXP with PAINTJOBS, and back; PAINTJOBS is then held within 1 .. 17 and CURPJ below it.
+// The seven models of CAR and CEXP with PAINTJOBS, and back; PAINTJOBS is then held within 1 .. 17, and a CURPJ that is
+// gone becomes 0.
 std::unique_ptr<ShapeFile> shapes_of_tables();
 void keep_shapes(const ShapeFile& shapes);
 
 // Reads the models that `mask` selects into CAR(0) .. CAR(2) and CEXP, and PAINTJOBS, which is then held within 1 .. 17
-// with CURPJ below it. "File not found" changes nothing; primitives with more than 17 materials report "Too large, cut
-// to fit".
+// and a CURPJ that is gone becomes 0. "File not found" changes nothing; primitives with more than 17 materials report
+// "Too large, cut to fit".
 FileOutcome LOAD3SH(const std::string& filename, std::uint32_t mask);
 // Writes all seven models with PAINTJOBS paint jobs each. Reports "Invalid file name" or "Write error"; "Too large, cut
 // to fit" when the file is written but shapes_fit_file does not hold.

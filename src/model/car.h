@@ -37,7 +37,7 @@ extern std::uint8_t CURPJ;   // 0 .. PAINTJOBS - 1
 // What a slot is called on the screen: "Showroom", "Game", "Intro", "Aux 1", "Aux 2".
 std::string slot_label(int slot);
 
-// Holds the rule that follows every load: PAINTJOBS is 1 .. 17 and CURPJ below it.
+// Holds the rule that follows every load: PAINTJOBS is 1 .. 17, and a CURPJ that is not below it becomes 0.
 void settle_paint_jobs();
 
 // Back to the state at start-up: empty models, PAINTJOBS 7, CURMODEL and CURPJ 0.

@@ -4,6 +4,7 @@
 
 #include "base/config.h"
 #include "base/file_status.h"
+#include "editor3d/views.h"
 #include "files/file_list.h"
 #include "formats/bitmap_file.h"
 #include "model/bitmap_table.h"
@@ -83,6 +84,8 @@ TEST_F(Program, TheStartFillsTheTablesAndReadsTheDataFiles) {
     start();
     EXPECT_EQ(CARNAME, "New car");
     EXPECT_EQ(DASHITEM[1].id, "dash");
+    EXPECT_EQ(W3D[1].caption, "Top");
+    EXPECT_EQ(W3D[4].zoom, 60.0);
     EXPECT_EQ(BITMAP[0].width, 320);
     EXPECT_EQ(PAL[15], 0xFFFFFFFFu);
     EXPECT_EQ(MATERIAL[200].colour, 0xFF804000u);

@@ -124,7 +124,7 @@ TEST_P(KilledSave, TwoProcessesThatSaveIntoOneDirectoryKeepTheirContents) {
 }
 
 // What lies there may belong to anyone: it is neither used nor removed.
-TEST_P(KilledSave, WhatLiesUnderAHelpersNameDoesNotHinderTheNextSaveAndStays) {
+TEST_P(KilledSave, WhatLiesUnderATemporaryNameDoesNotHinderTheNextSaveAndStays) {
     constexpr int left_behind = 300;
     const TemporaryDirectory directory;
     const int result = run_in_child([&] {

@@ -2,6 +2,7 @@
 
 #include "base/config.h"
 #include "formats/parameter_file.h"
+#include "formats/resource_archive.h"
 #include "support/text_file.h"
 
 #include <gmock/gmock.h>
@@ -247,4 +248,46 @@ TEST_F(FileList, CountsWhatItHasNoRoomFor) {
     EXPECT_EQ(listable_entries(), 401);
     UPDATEFILELIST(cars_mode);
     EXPECT_EQ(listable_entries(), 1);
+}
+
+TEST_F(FileList, ANameIsLookedForAtEveryPlaceOfTheIds) {
+    // "xgnamxxx": the marker begins in the middle of an id, and its offset in that of another.
+    const Bytes archive = joined({byte_list({0, 0, 0, 0, 2, 0}), bytes_of("xgnamxxx"),
+                                  byte_list({0xFF, 3, 0, 0, 0, 0xFF, 0xFF, 0xFF}), bytes_of("...odd"), byte_list({0})});
+    EXPECT_EQ(listed_car_name(archive), "odd");
+}
+
+TEST_F(FileList, ANameFarBackInAFileIsFound) {
+    for (const std::size_t place : {4000U, 5000U, 100'000U, (1U << 20) - 100U}) {
+        put_file("carback.res",
+                 encode_archive({{"else", Bytes(place)}, {"gnam", joined({bytes_of("Far back"), Bytes(40)})}}));
+        UPDATEFILELIST(cars_mode);
+        EXPECT_EQ(LFILE[2].shown, "Far back (BACK)") << place;
+    }
+    put_file("carback.res", encode_archive({{"else", Bytes(1 << 20)}, {"gnam", bytes_of("Too far back")}}));
+    UPDATEFILELIST(cars_mode);
+    EXPECT_EQ(LFILE[2].shown, " (BACK)");
+}
+
+TEST_F(FileList, ANameOfAProjectFarBackIsFound) {
+    Bytes project = joined({bytes_of("*car"), Bytes(8), bytes_of("Base"), byte_list({0, 0, 2, 0}), Bytes(0x20000)});
+    project.resize(0x20000);
+    project = joined({project, byte_list({8, 0}), bytes_of("Far back")});
+    put_file("back.car", project);
+    UPDATEFILELIST(cars_mode);
+    EXPECT_EQ(LFILE[2].shown, "Far back (c/p)");
+}
+
+TEST_F(FileList, TheFirstEightyBytesOfAProjectAreSearched) {
+    const auto named = [](std::size_t at) {
+        Bytes project(200);
+        std::ranges::copy(bytes_of("Base"), project.begin() + static_cast<std::ptrdiff_t>(at));
+        project[at + 4] = std::byte{100};
+        project[100] = std::byte{4};
+        std::ranges::copy(bytes_of("Name"), project.begin() + 102);
+        return listed_project_name(project);
+    };
+    EXPECT_EQ(named(75), "Name");
+    EXPECT_EQ(named(76), "Name");
+    EXPECT_NE(named(77), "Name");
 }

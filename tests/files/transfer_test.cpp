@@ -344,3 +344,16 @@ TEST_F(TransferTest, TheFilterOffersPackedKindsOnlyWithAnUnpacker) {
     configure("vorpack", "unpack");
     EXPECT_EQ(car_file_filter(), ".res.vsh.3sh.obj.p3s.pvs.pre.");
 }
+
+TEST_F(TransferTest, ACarsFilesComeInTheirOrder) {
+    const std::vector<std::string> order{"carabcd.res", "stabcd.3sh", "stdaabcd.vsh", "stdbabcd.vsh"};
+    for (const std::string& name : order)
+        std::filesystem::create_directory(name);
+    for (const std::string& first : order) {
+        EXPECT_EQ(transfer(Transfer::save, "abcd").first_failure, "Invalid file name: " + first);
+        EXPECT_EQ(transfer(Transfer::load, "abcd").first_failure, "File not found: " + first);
+        std::filesystem::remove(first);
+        write_text(first, "");
+    }
+    EXPECT_EQ(transfer(Transfer::save, "abcd").first_failure, "");
+}

@@ -428,3 +428,30 @@ TEST_F(TargetTest, TheCloseRequestCancelsThePowergearStep) {
     EXPECT_EQ(par_word(2), 20);
     EXPECT_EQ(next_key(), key::close_window);
 }
+
+TEST_F(TargetTest, BlanksBehindATypedNameAreKept) {
+    typed_into(name_row, {"!", " ", " "}).store();
+    EXPECT_EQ(CARNAME, "New car!  ");
+    typed_into(sign_row, {key::backspace, key::backspace, " "}).store();
+    EXPECT_EQ(CARSIGNNAME, "Ne ");
+}
+
+TEST_F(TargetTest, AnOptionsTextIsCountedFromItsBaseAndItsMinimum) {
+    POWERGEAR = 1;
+    PTARGET[powergear_row].option_base = 1;
+    EXPECT_EQ(target_text(PTARGET[powergear_row]), TEXTOPTION[2]);
+    PTARGET[powergear_row].minimum = 2;
+    EXPECT_EQ(target_text(PTARGET[powergear_row]), TEXTOPTION[4]);
+    PTARGET[powergear_row].option_base = 0;
+    EXPECT_EQ(target_text(PTARGET[powergear_row]), TEXTOPTION[3]);
+}
+
+TEST_F(TargetTest, OnlyTheRowMassClassifiesTheMass) {
+    for (const int row : {brakes_row, gears_row, name_row, sign_row, 5, 19, 36}) {
+        POWERGEAR = 1; // a mass of 20 is of class 3
+        edit(row, {key_press(Key::enter)});
+        EXPECT_EQ(POWERGEAR, 1) << PTARGET[row].label;
+    }
+    edit(mass_row, {key_press(Key::enter)});
+    EXPECT_EQ(POWERGEAR, 3);
+}

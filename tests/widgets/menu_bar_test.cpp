@@ -120,3 +120,14 @@ TEST_F(MenuBar, TheIconsAreBlendedOverTheCells) {
     const std::uint32_t red = drawn(51, 601).value >> 16 & 0xFF;
     EXPECT_EQ(red, (0xFFu * 0x80 + 0x32u * 0x7F + 127) / 255);
 }
+
+TEST_F(MenuBar, AForcedCallTakesNoNoteOfTheMouse) {
+    maintain_after(mouse_at(60, 620));
+    window.play({mouse_at(60, 300)});
+    while (mouse().y != 300)
+        read_input();
+    MAINTAINMENU(true);
+    fill_box(screen(), 0, 600, 191, 647, 0xFF123456);
+    MAINTAINMENU(false);
+    EXPECT_EQ(cell(1), normal) << "the bar was left since the last call that counts";
+}

@@ -169,3 +169,20 @@ TEST_F(Widgets, EveryCallLooksAtAllButtonsUnlessTheMouseRestsInTheCorner) {
     EXPECT_EQ(maintain_after(press(5, 5)), 7);
     EXPECT_EQ(MAINTAINBUTTONS(), 7) << "the same click is reported again";
 }
+
+TEST_F(Widgets, OfTheTwoRectanglesOfASectionTheDarkOneIsDrawnLast) {
+    DRAWSECTION(100, 50, 300, 150, "", false);
+    EXPECT_EQ(drawn(100, 149), Pixel{0xFF190A0F});
+    EXPECT_EQ(drawn(299, 50), Pixel{0xFF190A0F});
+}
+
+TEST_F(Widgets, AButtonThatIsMadeUnderTheMouseIsDrawnHoveredAtOnce) {
+    maintain_after(mouse_at(110, 110));
+    CREATESIMPLEBUTTON(100, 100, "Go", 7);
+    CREATESIMPLEBUTTON(300, 100, "On", 8);
+    MAINTAINBUTTONS();
+    EXPECT_EQ(BUTTON[1].state, button_state::hover);
+    EXPECT_EQ(drawn(103, 103), Pixel{0xFFB4B4B4});
+    EXPECT_EQ(BUTTON[2].state, button_state::normal);
+    EXPECT_EQ(drawn(303, 103), Pixel{0xFF32141E});
+}
