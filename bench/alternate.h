@@ -27,29 +27,41 @@ inline double median(std::vector<double> values) {
 
 struct Comparison {
     double ours = 0, theirs = 0; // fastest rounds, milliseconds
-    double ratio = 0;            // median of theirs / ours, round by round
+    double our_median = 0, their_median = 0;
+    double ratio = 0; // median of theirs / ours, round by round
 };
+
+// Of times that were taken in turn.
+inline Comparison comparison_of(const std::vector<double>& ours, const std::vector<double>& theirs) {
+    std::vector<double> ratios;
+    for (std::size_t round = 0; round < ours.size(); ++round)
+        ratios.push_back(theirs[round] / ours[round]);
+    return {std::ranges::min(ours), std::ranges::min(theirs), median(ours), median(theirs), median(ratios)};
+}
 
 inline Comparison compare(int rounds, auto&& ours, auto&& theirs) {
     ours();
     theirs();
-    std::vector<double> our_times, their_times, ratios;
+    std::vector<double> our_times, their_times;
     for (int round = 0; round < rounds; ++round) {
         // Who begins changes from round to round.
-        double first = round % 2 ? milliseconds_of(theirs) : milliseconds_of(ours);
-        double second = round % 2 ? milliseconds_of(ours) : milliseconds_of(theirs);
-        if (round % 2) std::swap(first, second);
-        our_times.push_back(first);
-        their_times.push_back(second);
-        ratios.push_back(second / first);
+        if (round % 2 == 0) our_times.push_back(milliseconds_of(ours));
+        their_times.push_back(milliseconds_of(theirs));
+        if (round % 2 != 0) our_times.push_back(milliseconds_of(ours));
     }
-    return {std::ranges::min(our_times), std::ranges::min(their_times), median(ratios)};
+    return comparison_of(our_times, their_times);
+}
+
+// Prints what both sides took, the rival by its name. A round does our work `repetitions` times.
+inline void print_times(const char* what, const char* rival, const Comparison& times, int repetitions = 1) {
+    std::printf("%s: median %.3f ms, fastest %.3f; %s: median %.3f ms, fastest %.3f\n", what,
+                times.our_median / repetitions, times.ours / repetitions, rival, times.their_median, times.theirs);
 }
 
 // Prints the line that says whether a ratio keeps its limit, and returns it.
 inline bool report(const char* what, double ratio, const char* unit, double limit) {
     const bool kept = ratio > limit;
-    std::printf("%s: %.2f x %s (limit > %.1f) %s\n", what, ratio, unit, limit, kept ? "ok" : "MISSED");
+    std::printf("%s: %.2f x %s (limit > %.2f) %s\n", what, ratio, unit, limit, kept ? "ok" : "MISSED");
     return kept;
 }
 

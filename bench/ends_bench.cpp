@@ -1,10 +1,11 @@
 // Whether the program ends as it should, many times over: ends_bench [ENDS [PROGRAM]]. Before each end the pointer
-// moves at various times; then comes Escape, the window's close button or a signal.
+// moves at various times; then comes Escape or the window's close button, in turn.
 
 #include "program/real_window.h"
 #include "two_programs.h"
 
 #include <csignal>
+#include <map>
 #include <random>
 #include <thread>
 
@@ -27,41 +28,45 @@ void move_about(RealWindow& window, std::mt19937& random) {
     }
 }
 
-void ask_to_end(int how, RealWindow& window, const StartedProgram& program) {
-    switch (how % 3) {
-    case 0: return window.key("Escape");
-    case 1: return window.ask_to_close();
-    default: return program.send_signal(SIGTERM);
-    }
+void ask_to_end(bool by_key, RealWindow& window) {
+    if (by_key)
+        window.key("Escape");
+    else
+        window.ask_to_close();
 }
 
 // The program and then the server stand still for a moment: what the program sends over its connections until its end
 // reaches the server all at once, in whatever order the server likes.
-void end_at_once(const Ground& ground, RealWindow& window, const StartedProgram& program) {
+void end_at_once(bool by_key, const Ground& ground, ShownProgram& shown) {
     std::this_thread::sleep_for(Milliseconds{50});
-    program.send_signal(SIGSTOP);
-    window.move(800, 400);
-    window.key("Escape");
+    shown.process().send_signal(SIGSTOP);
+    shown.window().move(800, 400);
+    ask_to_end(by_key, shown.window());
     ground.display().stop();
-    program.send_signal(SIGCONT);
+    shown.process().send_signal(SIGCONT);
     std::this_thread::sleep_for(Milliseconds{100});
     ground.display().go_on();
 }
 
-// Whether it ended with status 0 and without a word.
-bool ends_well(const Ground& ground, const std::string& path, int number, std::mt19937& random) {
+constexpr int by_signal = -1; // or not at all
+
+struct End {
+    int status;
+    std::string words;
+    bool well() const { return status == 0 && words.empty(); }
+};
+
+End end_of(const Ground& ground, const std::string& path, int number, std::mt19937& random) {
     const auto shown = ground.show(path, "karosmit", shows_background);
-    if (number % 10 == 9) {
-        end_at_once(ground, shown->window(), shown->process());
+    const bool by_key = number % 2 == 0;
+    if (number % 10 >= 8) {
+        end_at_once(by_key, ground, *shown);
     } else {
         move_about(shown->window(), random);
-        ask_to_end(number, shown->window(), shown->process());
+        ask_to_end(by_key, shown->window());
     }
     const std::optional<int> status = shown->process().wait_for_end();
-    const std::string words = shown->process().error_output();
-    if (status == 0 && words.empty()) return true;
-    std::printf("end %d: status %d, \"%s\"\n", number, status.value_or(-1), words.c_str());
-    return false;
+    return {status.value_or(by_signal), shown->process().error_output()};
 }
 
 } // namespace
@@ -71,9 +76,17 @@ int main(int argument_count, char** arguments) {
     const std::string path = argument_count > 2 ? arguments[2] : KAROSMIT_PROGRAM;
     const Ground ground;
     std::mt19937 random(static_cast<unsigned>(ends));
+    std::map<int, int> ends_by_status;
     int bad = 0;
-    for (int number = 0; number < ends; ++number)
-        bad += ends_well(ground, path, number, random) ? 0 : 1;
+    for (int number = 0; number < ends; ++number) {
+        const End end = end_of(ground, path, number, random);
+        ++ends_by_status[end.status];
+        if (end.well()) continue;
+        ++bad;
+        std::printf("end %d: status %d, \"%s\"\n", number, end.status, end.words.c_str());
+    }
+    for (const auto& [status, count] : ends_by_status)
+        std::printf("status %d: %d of %d ends\n", status, count, ends);
     std::printf("%d of %d ends with anything but status 0 and silence\n", bad, ends);
     return bad == 0 ? 0 : 1;
 }

@@ -1,6 +1,7 @@
 // The editor and a minimal SDL program, started on one virtual display and compared.
 #pragma once
 
+#include "alternate.h"
 #include "program/real_window.h"
 #include "program/virtual_display.h"
 #include "widgets/widgets.h"
@@ -12,6 +13,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 // A program whose first whole frame is on the screen.
 class ShownProgram {
@@ -55,11 +57,14 @@ public:
     Ground& operator=(const Ground&) = delete;
 
     const VirtualDisplay& display() const { return display_; }
+    const std::filesystem::path& folder() const { return folder_; } // where programs are started
     std::unique_ptr<ShownProgram> show(const std::string& path, const std::string& window_class,
                                        bool (*frame_is_shown)(const RealWindow&)) const {
         return std::make_unique<ShownProgram>(path, window_class, display_, folder_, frame_is_shown);
     }
-    std::unique_ptr<ShownProgram> show_editor() const { return show(KAROSMIT_PROGRAM, "karosmit", shows_files_screen); }
+    std::unique_ptr<ShownProgram> show_editor(const std::string& path = KAROSMIT_PROGRAM) const {
+        return show(path, "karosmit", shows_files_screen);
+    }
     std::unique_ptr<ShownProgram> show_minimal_program() const {
         return show(MINIMAL_PROGRAM, "minimal_sdl_program", shows_background);
     }
@@ -69,9 +74,31 @@ private:
     std::filesystem::path folder_;
 };
 
-// By the clock on the wall: what is measured is a person's wait.
+// By the clock on the wall.
 inline double waiting_milliseconds(auto&& work) {
     const auto begin = std::chrono::steady_clock::now();
     work();
     return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
+}
+
+// Starts both in turn, one only when the other has ended; who begins changes from round to round. What is measured is a
+// person's wait.
+inline Comparison compare_starts(int rounds, auto&& ours, auto&& theirs) {
+    const auto start = [](auto&& show) {
+        std::unique_ptr<ShownProgram> shown;
+        const double waited = waiting_milliseconds([&] { shown = show(); });
+        shown->window().ask_to_close();
+        shown->process().wait_for_end();
+        return waited;
+    };
+    // Both begin equally with what the system keeps of them from an earlier start.
+    start(ours);
+    start(theirs);
+    std::vector<double> our_times, their_times;
+    for (int round = 0; round < rounds; ++round) {
+        if (round % 2 == 0) our_times.push_back(start(ours));
+        their_times.push_back(start(theirs));
+        if (round % 2 != 0) our_times.push_back(start(ours));
+    }
+    return comparison_of(our_times, their_times);
 }
