@@ -110,16 +110,6 @@ TEST(NearestPaletteEntry, AgreesWithTheScanForManyPalettes) {
     }
 }
 
-TEST(NearestPaletteEntry, CanBeMoved) {
-    const Palette palette = random_palette(30);
-    NearestPaletteEntry first(palette);
-    const std::uint8_t index = first(0xFF8040C0);
-    NearestPaletteEntry second(std::move(first));
-    EXPECT_EQ(second(0xFF8040C0), index);
-    second = NearestPaletteEntry(black_palette());
-    EXPECT_EQ(second(0xFF8040C0), 0);
-}
-
 TEST(Colours, ResetEmptiesEveryTable) {
     PAL[5] = 1;
     MATERIAL[6] = {2, 3};
