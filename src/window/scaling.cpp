@@ -13,9 +13,10 @@ constexpr double sharp_enough = 7.0 / 8.0;
 
 int scaled(int length, double scale) { return std::max(1, static_cast<int>(std::lround(length * scale))); }
 
-// The picture's 32-bit words of one row.
-void read_row(const Image& picture, int y, std::vector<std::uint32_t>& words) {
-    std::memcpy(words.data(), picture.row(y).data(), words.size() * sizeof(std::uint32_t));
+// The picture's 32-bit words of one row, from a column on.
+void read_row(const Image& picture, int y, std::size_t first, std::vector<std::uint32_t>& words) {
+    const auto bytes = picture.row(y).subspan(first * sizeof(std::uint32_t), words.size() * sizeof(std::uint32_t));
+    std::memcpy(words.data(), bytes.data(), bytes.size());
 }
 
 // Every word so many times; the first one only `first` times, and no more than the target holds.
@@ -29,11 +30,10 @@ void repeat_words(std::span<const std::uint32_t> words, int scale, int first, st
 void draw_sharp(const Image& picture, const Placement& placement, const Rectangle& area,
                 std::span<std::uint32_t> window, std::size_t pitch) {
     const int scale = placement.width / placement.picture.width;
-    const int left = (area.x1 - placement.x) / scale;
+    const int left = (area.x1 - placement.x) / scale, right = (area.x2 - placement.x) / scale;
     const int first_times = scale - (area.x1 - placement.x) % scale;
     const auto length = static_cast<std::size_t>(area.x2 - area.x1 + 1);
-    std::vector<std::uint32_t> source(static_cast<std::size_t>(placement.picture.width));
-    const std::span<std::uint32_t> words = std::span(source).subspan(static_cast<std::size_t>(left));
+    std::vector<std::uint32_t> words(static_cast<std::size_t>(right - left + 1));
     for (int y = area.y1; y <= area.y2; ++y) {
         const auto start = static_cast<std::size_t>(y) * pitch + static_cast<std::size_t>(area.x1);
         const std::span<std::uint32_t> target = window.subspan(start, length);
@@ -41,7 +41,7 @@ void draw_sharp(const Image& picture, const Placement& placement, const Rectangl
             std::copy_n(window.begin() + static_cast<std::ptrdiff_t>(start - pitch), length, target.begin());
             continue;
         }
-        read_row(picture, (y - placement.y) / scale, source);
+        read_row(picture, (y - placement.y) / scale, static_cast<std::size_t>(left), words);
         if (scale == 1)
             std::copy_n(words.begin(), length, target.begin());
         else
@@ -49,22 +49,16 @@ void draw_sharp(const Image& picture, const Placement& placement, const Rectangl
     }
 }
 
-// Weights are in 256ths, so that two channels can be weighed in one multiplication.
-constexpr std::uint32_t unity = 256;
+constexpr std::uint32_t unity = 256; // of the weights
 
-struct Tap {
-    int index;
-    std::uint32_t weight;
-};
-using Taps = std::vector<Tap>; // weights add up to unity
+using Tap = Taps::Tap;
 
-// The source pixels that make up one pixel of a row or column scaled from `from` to `to` pixels: a triangle around its
-// centre, as wide as the distance of two pixels of the coarser side.
-Taps taps_of(int pixel, int from, int to) {
+// Of one pixel: a triangle around its centre, as wide as the distance of two pixels of the coarser side.
+std::vector<Tap> taps_of(int pixel, int from, int to) {
     const double ratio = static_cast<double>(from) / to;
     const double centre = (pixel + 0.5) * ratio - 0.5;
     const double reach = std::max(1.0, ratio);
-    Taps taps;
+    std::vector<Tap> taps;
     double sum = 0;
     for (int i = static_cast<int>(std::floor(centre - reach)) + 1; i < centre + reach; ++i)
         sum += 1 - std::abs(i - centre) / reach;
@@ -77,59 +71,57 @@ Taps taps_of(int pixel, int from, int to) {
     }
     auto heaviest = std::max_element(taps.begin(), taps.end(), [](Tap a, Tap b) { return a.weight < b.weight; });
     heaviest->weight += unity - given;
+    std::erase_if(taps, [](Tap tap) { return tap.weight == 0; });
     return taps;
 }
 
-std::vector<Taps> taps_of_range(int first, int last, int from, int to) {
-    std::vector<Taps> all;
-    for (int pixel = first; pixel <= last; ++pixel)
-        all.push_back(taps_of(pixel, from, to));
-    return all;
-}
+constexpr std::uint16_t half = unity / 2; // so that halves round up
 
-// A weighed sum of pixels, red and blue in one word.
-struct Blend {
-    std::uint32_t red_blue = 0x00800080, green = 0x80; // halves round up
+// One row of the window's height, still with the picture's columns, of which only those that are needed. A channel's
+// weighed sum is never more than 255 * 256 + 128, so that 16 bits hold it.
+class BlendedRow {
+public:
+    BlendedRow(int first, int last)
+        : first_(static_cast<std::size_t>(first)), sums_(channels * static_cast<std::size_t>(last - first + 1)),
+          blended_(sums_.size()) {}
 
-    void add(std::uint32_t pixel, std::uint32_t weight) {
-        red_blue += (pixel & 0x00FF00FF) * weight;
-        green += (pixel >> 8 & 0xFF) * weight;
+    void blend(const Image& picture, std::span<const Tap> taps) {
+        std::ranges::fill(sums_, half);
+        for (const Tap& tap : taps)
+            add(picture.row(tap.index).subspan(channels * first_, sums_.size()), tap.weight);
+        for (std::size_t i = 0; i < sums_.size(); ++i)
+            blended_[i] = static_cast<std::uint8_t>(sums_[i] >> 8);
     }
-    std::uint32_t pixel() const { return 0xFF000000 | (red_blue >> 8 & 0x00FF00FF) | (green & 0xFF00); }
+
+    // One pixel of the window.
+    std::uint32_t pixel(std::span<const Tap> taps) const {
+        std::uint32_t red_blue = half << 16 | half, green = half;
+        for (const Tap& tap : taps) {
+            const std::uint32_t word = word_at(static_cast<std::size_t>(tap.index));
+            red_blue += (word & 0x00FF00FF) * tap.weight;
+            green += (word >> 8 & 0xFF) * tap.weight;
+        }
+        return 0xFF000000 | (red_blue >> 8 & 0x00FF00FF) | (green & 0xFF00);
+    }
+
+private:
+    static constexpr std::size_t channels = 4;
+
+    void add(std::span<const std::uint8_t> source, std::uint32_t weight) {
+        for (std::size_t i = 0; i < sums_.size(); ++i)
+            sums_[i] = static_cast<std::uint16_t>(sums_[i] + source[i] * weight);
+    }
+
+    std::uint32_t word_at(std::size_t column) const {
+        std::uint32_t word = 0;
+        std::memcpy(&word, &blended_[channels * (column - first_)], sizeof word);
+        return word;
+    }
+
+    const std::size_t first_; // column
+    std::vector<std::uint16_t> sums_;
+    std::vector<std::uint8_t> blended_;
 };
-
-// One row of the window's height, still of the picture's width.
-void blend_rows(const Image& picture, const Taps& taps, std::vector<std::uint32_t>& row) {
-    std::vector<Blend> sums(row.size());
-    std::vector<std::uint32_t> source(row.size());
-    for (const Tap& tap : taps) {
-        if (tap.weight == 0) continue;
-        read_row(picture, tap.index, source);
-        for (std::size_t x = 0; x < row.size(); ++x)
-            sums[x].add(source[x], tap.weight);
-    }
-    std::transform(sums.begin(), sums.end(), row.begin(), [](const Blend& sum) { return sum.pixel(); });
-}
-
-std::uint32_t blend_pixels(const std::vector<std::uint32_t>& row, const Taps& taps) {
-    Blend sum;
-    for (const Tap& tap : taps)
-        sum.add(row[static_cast<std::size_t>(tap.index)], tap.weight);
-    return sum.pixel();
-}
-
-void draw_smooth(const Image& picture, const Placement& placement, const Rectangle& area,
-                 std::span<std::uint32_t> window, std::size_t pitch) {
-    const std::vector<Taps> columns =
-        taps_of_range(area.x1 - placement.x, area.x2 - placement.x, placement.picture.width, placement.width);
-    std::vector<std::uint32_t> row(static_cast<std::size_t>(placement.picture.width));
-    for (int y = area.y1; y <= area.y2; ++y) {
-        blend_rows(picture, taps_of(y - placement.y, placement.picture.height, placement.height), row);
-        std::uint32_t* target = &window[static_cast<std::size_t>(y) * pitch + static_cast<std::size_t>(area.x1)];
-        std::transform(columns.begin(), columns.end(), target,
-                       [&](const Taps& taps) { return blend_pixels(row, taps); });
-    }
-}
 
 } // namespace
 
@@ -173,11 +165,40 @@ Rectangle window_area(const Placement& placement, const Rectangle& changed) {
     return intersection(area, intersection(picture, window));
 }
 
-void draw_scaled(const Image& picture, const Placement& placement, const Rectangle& area,
-                 std::span<std::uint32_t> window, std::size_t pitch) {
+Taps::Taps(int from, int to) {
+    for (int pixel = 0; pixel < to; ++pixel) {
+        const std::vector<Tap> taps = taps_of(pixel, from, to);
+        taps_.insert(taps_.end(), taps.begin(), taps.end());
+        ends_.push_back(taps_.size());
+    }
+}
+
+std::span<const Taps::Tap> Taps::of(int pixel) const {
+    const auto number = static_cast<std::size_t>(pixel);
+    const std::size_t begin = number == 0 ? 0 : ends_[number - 1];
+    return std::span(taps_).subspan(begin, ends_[number] - begin);
+}
+
+Scaler::Scaler(const Placement& placement)
+    : placement_(placement), columns_(placement.picture.width, placement.sharp ? 0 : placement.width),
+      rows_(placement.picture.height, placement.sharp ? 0 : placement.height) {}
+
+void Scaler::draw(const Image& picture, const Rectangle& area, std::span<std::uint32_t> window,
+                  std::size_t pitch) const {
     if (area.empty()) return;
-    if (placement.sharp)
-        draw_sharp(picture, placement, area, window, pitch);
+    if (placement_.sharp)
+        draw_sharp(picture, placement_, area, window, pitch);
     else
-        draw_smooth(picture, placement, area, window, pitch);
+        draw_smooth(picture, area, window, pitch);
+}
+
+void Scaler::draw_smooth(const Image& picture, const Rectangle& area, std::span<std::uint32_t> window,
+                         std::size_t pitch) const {
+    BlendedRow row(columns_.of(area.x1 - placement_.x).front().index, columns_.of(area.x2 - placement_.x).back().index);
+    for (int y = area.y1; y <= area.y2; ++y) {
+        row.blend(picture, rows_.of(y - placement_.y));
+        const auto target = window.subspan(static_cast<std::size_t>(y) * pitch);
+        for (int x = area.x1; x <= area.x2; ++x)
+            target[static_cast<std::size_t>(x)] = row.pixel(columns_.of(x - placement_.x));
+    }
 }

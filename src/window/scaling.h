@@ -8,9 +8,11 @@
 
 #include "drawing/drawing.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <vector>
 
 struct Size {
     int width = 0, height = 0;
@@ -34,7 +36,38 @@ std::optional<Point> picture_point(const Placement& placement, double x, double 
 // The window's pixels that depend on these of the picture's.
 Rectangle window_area(const Placement& placement, const Rectangle& changed);
 
-// Draws the window's pixels of `area`, which lie on the picture, into `window`: 0xAARRGGBB words, `pitch` words from
-// one row to the next. The image has 32 bits and the placement's picture size.
-void draw_scaled(const Image& picture, const Placement& placement, const Rectangle& area,
-                 std::span<std::uint32_t> window, std::size_t pitch);
+// The source pixels that make up each pixel of a row or column scaled from one length to another, with their weights.
+class Taps {
+public:
+    struct Tap {
+        int index;
+        std::uint32_t weight; // of one pixel they add up to 256
+    };
+
+    Taps(int from, int to);
+    std::span<const Tap> of(int pixel) const;
+
+private:
+    std::vector<Tap> taps_;
+    std::vector<std::size_t> ends_; // of each pixel's taps
+};
+
+// Draws the picture scaled to one placement: what that takes is worked out once.
+class Scaler {
+public:
+    explicit Scaler(const Placement& placement);
+
+    const Placement& placement() const { return placement_; }
+
+    // Draws the window's pixels of `area`, which lie on the picture, into `window`: 0xAARRGGBB words, `pitch` words
+    // from one row to the next. The image has 32 bits and the placement's picture size. Every pixel is the same
+    // whatever the area it is drawn with.
+    void draw(const Image& picture, const Rectangle& area, std::span<std::uint32_t> window, std::size_t pitch) const;
+
+private:
+    void draw_smooth(const Image& picture, const Rectangle& area, std::span<std::uint32_t> window,
+                     std::size_t pitch) const;
+
+    Placement placement_;
+    Taps columns_, rows_; // empty where nothing is smoothed
+};

@@ -2,6 +2,7 @@
 
 #include "base/code_page.h"
 #include "image/tga.h"
+#include "window/compose_table.h"
 #include "window/event_wait.h"
 #include "window/scaling.h"
 #include "window/sdl_events.h"
@@ -75,6 +76,7 @@ bool start_video(std::string& error) {
     }
     set_hints();
     if (!chosen) SDL_SetHint(SDL_HINT_VIDEODRIVER, systems.c_str());
+    const SmallComposeTable read_by_connecting;
     if (SDL_Init(SDL_INIT_VIDEO) != 0) {
         const char* display = std::getenv("DISPLAY");
         error = one_line(std::string("cannot open a window on the display \"") + (display ? display : "") +
@@ -112,7 +114,7 @@ private:
     WindowHandle window_;
     const Image* picture_ = nullptr; // presented last
     Size picture_size_;
-    Placement placement_;
+    Scaler scaler_{Placement{}};
     SdlEvents events_;
     bool everything_is_stale_ = true;
     bool icon_is_shown_ = false;
@@ -164,8 +166,10 @@ SDL_Surface* SdlBackend::surface() {
     SDL_Surface* found = SDL_GetWindowSurface(window_.get());
     if (!found) return nullptr;
     const Placement placement = place_picture(picture_size_, {found->w, found->h});
-    if (placement != placement_) everything_is_stale_ = true;
-    placement_ = placement;
+    if (placement != scaler_.placement()) {
+        scaler_ = Scaler(placement);
+        everything_is_stale_ = true;
+    }
     return found;
 }
 
@@ -175,7 +179,7 @@ void SdlBackend::show(std::span<const Rectangle> changed) {
     if (everything_is_stale_) return show_everything();
     std::vector<SDL_Rect> updated;
     for (const Rectangle& rectangle : changed) {
-        const Rectangle area = window_area(placement_, rectangle);
+        const Rectangle area = window_area(scaler_.placement(), rectangle);
         if (area.empty()) continue;
         draw(*target, area);
         updated.push_back({area.x1, area.y1, area.x2 - area.x1 + 1, area.y2 - area.y1 + 1});
@@ -186,9 +190,10 @@ void SdlBackend::show(std::span<const Rectangle> changed) {
 void SdlBackend::show_everything() {
     SDL_Surface* target = surface();
     if (!target || !picture_) return;
-    const bool has_borders = placement_.width < target->w || placement_.height < target->h;
+    const Placement& placement = scaler_.placement();
+    const bool has_borders = placement.width < target->w || placement.height < target->h;
     if (has_borders) SDL_FillRect(target, nullptr, SDL_MapRGB(target->format, 0, 0, 0));
-    draw(*target, window_area(placement_, {0, 0, picture_size_.width - 1, picture_size_.height - 1}));
+    draw(*target, window_area(placement, {0, 0, picture_size_.width - 1, picture_size_.height - 1}));
     SDL_UpdateWindowSurface(window_.get());
     everything_is_stale_ = false;
 }
@@ -205,14 +210,14 @@ std::span<std::uint32_t> words_of(SDL_Surface& target) {
 void SdlBackend::draw(SDL_Surface& target, const Rectangle& area) {
     if (takes_words(target)) {
         if (SDL_LockSurface(&target) != 0) return;
-        draw_scaled(*picture_, placement_, area, words_of(target), static_cast<std::size_t>(target.pitch) / 4);
+        scaler_.draw(*picture_, area, words_of(target), static_cast<std::size_t>(target.pitch) / 4);
         SDL_UnlockSurface(&target);
         return;
     }
     // A display of another depth: by way of a surface of this one.
     const SurfaceHandle between{SDL_CreateRGBSurfaceWithFormat(0, target.w, target.h, 32, SDL_PIXELFORMAT_RGB888)};
     if (!between) return;
-    draw_scaled(*picture_, placement_, area, words_of(*between), static_cast<std::size_t>(between->pitch) / 4);
+    scaler_.draw(*picture_, area, words_of(*between), static_cast<std::size_t>(between->pitch) / 4);
     SDL_Rect part{area.x1, area.y1, area.x2 - area.x1 + 1, area.y2 - area.y1 + 1};
     SDL_Rect place = part;
     SDL_BlitSurface(between.get(), &part, &target, &place);

@@ -18,12 +18,10 @@ void blacken(Image& picture) {
 }
 
 struct Screen {
-    Image picture{screen_width, screen_height, 4, screen_width * 4};
+    Image picture{screen_width, screen_height, 4, screen_width * 4}; // zeros, which are shown as black
     Canvas canvas{picture};
     std::string title;
     int locks = 0;
-
-    Screen() { blacken(picture); }
 };
 
 Screen& window() {

@@ -147,11 +147,51 @@ TEST_F(Keyboard, AGermanKeyboardTypesItsOwnCharacters) {
     window->key_at(35, {"ISO_Level3_Shift"}); // +
     window->key_at(49);                       // the dead circumflex, and a blank
     window->key_at(65);
+    window->key_at(21); // the dead acute
+    window->key_at(65);
+    window->key_at(21, {"Shift_L"}); // the dead grave
+    window->key_at(65);
     window->key_at(34); // u with diaeresis, which a file name here cannot hold
-    EXPECT_TRUE(file_field_becomes("yz@~^"));
+    EXPECT_TRUE(file_field_becomes("yz@~^'`"));
     window->key_at(29, {"Control_L"}); // Control+Z does nothing; Control+Y would neither
     window->type("ab");
-    EXPECT_TRUE(file_field_becomes("yz@~^ab"));
+    EXPECT_TRUE(file_field_becomes("yz@~^'`ab"));
+}
+
+constexpr unsigned blank_at = 65, quote_at = 48, grave_at = 49, six_at = 15;
+
+TEST_F(Keyboard, DeadKeysOfTheInternationalKeyboard) {
+    if (!use_layout("'us(intl)'")) GTEST_SKIP() << "setxkbmap is not there";
+    start();
+    for (const unsigned dead : {quote_at, grave_at})
+        for (const std::vector<std::string>& held : {std::vector<std::string>{}, {"Shift_L"}}) {
+            window->key_at(dead, held);
+            window->key_at(blank_at);
+        }
+    window->key_at(six_at, {"Shift_L"});
+    window->key_at(blank_at);
+    EXPECT_TRUE(file_field_becomes("'\"`~^"));
+    window->key_at(grave_at); // twice the same
+    window->key_at(grave_at);
+    EXPECT_TRUE(file_field_becomes("'\"`~^`"));
+    window->key_at(quote_at); // an accented letter, which a file name here cannot hold
+    window->type("e");
+    window->type("f");
+    EXPECT_TRUE(file_field_becomes("'\"`~^`f"));
+}
+
+TEST_F(Keyboard, AComposeTableOfTheUsersOwnGoesBefore) {
+    if (!use_layout("'us(intl)'")) GTEST_SKIP() << "setxkbmap is not there";
+    make_file(".XCompose", "<dead_acute> <space> : \"q\"\n");
+    make_file("another", "<dead_acute> <space> : \"w\"\n");
+    for (const auto& [table, typed] : {std::pair{"", "q"}, {"another", "w"}}) {
+        start({{"XCOMPOSEFILE", *table == 0 ? "" : (folder / table).string()}});
+        window->key_at(quote_at);
+        window->key_at(blank_at);
+        EXPECT_TRUE(file_field_becomes(typed));
+        window->key("Escape");
+        EXPECT_EQ(program->wait_for_end(), 0);
+    }
 }
 
 TEST_F(Keyboard, ControlWithALetterGoesByTheLayout) {

@@ -34,12 +34,13 @@ void ProgramTest::start_with(const std::map<std::string, std::string>& environme
     program = std::make_unique<StartedProgram>(KAROSMIT_PROGRAM, folder.string(), environment);
 }
 
-void ProgramTest::start() {
-    start_with({{"DISPLAY", display->name()},
-                {"WAYLAND_DISPLAY", ""},
-                {"SDL_VIDEODRIVER", ""},
-                {"XMODIFIERS", ""},
-                {"HOME", folder.string()}});
+void ProgramTest::start(const std::map<std::string, std::string>& environment) {
+    std::map<std::string, std::string> whole = {{"DISPLAY", display->name()}, {"WAYLAND_DISPLAY", ""},
+                                                {"SDL_VIDEODRIVER", ""},      {"XMODIFIERS", ""},
+                                                {"XCOMPOSEFILE", ""},         {"HOME", folder.string()}};
+    for (const auto& [name, value] : environment)
+        whole[name] = value;
+    start_with(whole);
     window = std::make_unique<RealWindow>(display->name());
     if (!window->find("karosmit")) throw std::runtime_error("no window appeared: " + program->error_output());
     if (!screen_becomes("= FILES =")) throw std::runtime_error("no Files screen appeared");

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -21,8 +22,8 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
-    // Starts the editor and waits for the Files screen. Throws when none appears.
-    void start();
+    // Starts the editor, with further environment variables, and waits for the Files screen. Throws when none appears.
+    void start(const std::map<std::string, std::string>& environment = {});
     // Starts it with other environment variables; does not wait.
     void start_with(const std::map<std::string, std::string>& environment);
 

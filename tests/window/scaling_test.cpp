@@ -3,7 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <cstring>
+#include <random>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -115,9 +116,8 @@ struct Target {
     std::uint32_t at(int x, int y) const {
         return words[static_cast<std::size_t>(y) * pitch + static_cast<std::size_t>(x)];
     }
-    void draw(const Image& image, const Rectangle& changed) {
-        draw_scaled(image, placement, window_area(placement, changed), words, pitch);
-    }
+    void draw(const Image& image, const Rectangle& changed) { draw_area(image, window_area(placement, changed)); }
+    void draw_area(const Image& image, const Rectangle& area) { Scaler(placement).draw(image, area, words, pitch); }
 
     Placement placement;
     std::size_t pitch;
@@ -181,6 +181,75 @@ TEST(Scaling, OnlyThePartThatDependsOnTheChangeIsDrawnAndItIsAllOfIt) {
     }
 }
 
+// Each pixel of the rectangle is that of the whole, and nothing beside it is touched.
+void expect_part_of_whole(const Rectangle& area, const Target& part, const Target& whole) {
+    for (int y = 0; y < whole.placement.window.height; ++y)
+        for (int x = 0; x < whole.placement.window.width; ++x) {
+            const bool inside = area.contains({x, y});
+            ASSERT_EQ(part.at(x, y), inside ? whole.at(x, y) : 0x12345678u) << x << "," << y;
+        }
+}
+
+TEST(Scaling, ARectangleHasThePixelsOfTheWhole) {
+    std::mt19937 random(1);
+    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    const Image image = motley(40, 30);
+    for (const Size window : {Size{40, 30}, Size{80, 60}, Size{61, 47}, Size{25, 19}, Size{13, 9}, Size{99, 70}}) {
+        Target whole(place_picture({40, 30}, window));
+        whole.draw(image, {0, 0, 39, 29});
+        const Placement& at = whole.placement;
+        for (int i = 0; i < 40; ++i) {
+            const int x1 = at.x + below(at.width), y1 = at.y + below(at.height);
+            const Rectangle area{x1, y1, x1 + below(at.x + at.width - x1), y1 + below(at.y + at.height - y1)};
+            Target part(at);
+            part.draw_area(image, area);
+            expect_part_of_whole(area, part, whole);
+        }
+    }
+}
+
+// What a smoothed pixel is made of, written down once more without any haste: rows first, then columns, each a weighed
+// sum in 256ths, rounded.
+TEST(Scaling, SmoothPixelsAreTheWeighedSumsOfTheirTaps) {
+    const Image image = motley(40, 30);
+    for (const Size window : {Size{61, 47}, Size{25, 19}}) {
+        Target target(place_picture({40, 30}, window));
+        target.draw(image, {0, 0, 39, 29});
+        const Placement& at = target.placement;
+        const Taps columns(40, at.width), rows(30, at.height);
+        const auto channel = [&](int x, int y, int shift) {
+            std::uint32_t across = 128;
+            for (const auto& [column, column_weight] : columns.of(x)) {
+                std::uint32_t down = 128;
+                for (const auto& [row, row_weight] : rows.of(y))
+                    down += (image.pixel(column, row) >> shift & 0xFF) * row_weight;
+                across += (down >> 8) * column_weight;
+            }
+            return across >> 8 << shift;
+        };
+        for (int y = 0; y < at.height; ++y)
+            for (int x = 0; x < at.width; ++x)
+                ASSERT_EQ(target.at(at.x + x, at.y + y),
+                          0xFF000000u | channel(x, y, 16) | channel(x, y, 8) | channel(x, y, 0))
+                    << x << "," << y;
+    }
+}
+
+TEST(Scaling, TheWeightsOfAPixelAddUpAndItsTapsAreInOrder) {
+    for (const auto& [from, to] : {std::pair{960, 1200}, {960, 240}, {648, 162}, {40, 1}, {1, 40}, {30, 29}}) {
+        const Taps taps(from, to);
+        for (int pixel = 0; pixel < to; ++pixel) {
+            std::uint32_t sum = 0;
+            for (const auto& [index, weight] : taps.of(pixel)) {
+                sum += weight;
+                EXPECT_GE(index, taps.of(pixel).front().index);
+                EXPECT_LE(index, taps.of(pixel).back().index);
+            }
+            ASSERT_EQ(sum, 256u) << from << " to " << to << ": " << pixel;
+        }
+    }
+}
+
 TEST(Scaling, BordersAreLeftAlone) {
     const Image image = motley(10, 10);
     Target target(place_picture({10, 10}, {15, 31}));
@@ -193,7 +262,7 @@ TEST(Scaling, BordersAreLeftAlone) {
 TEST(Scaling, NothingChangedDrawsNothing) {
     const Image image = motley(10, 10);
     Target target(place_picture({10, 10}, {10, 10}));
-    draw_scaled(image, target.placement, Rectangle{}, target.words, target.pitch);
+    target.draw_area(image, Rectangle{});
     EXPECT_EQ(target.at(0, 0), 0x12345678u);
 }
 
