@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,12 +16,12 @@ struct DirectoryEntry {
 };
 
 struct DirectoryContent {
-    std::vector<DirectoryEntry> entries; // in no order, without "." and ".."
-    std::string failure{};               // in the system's words; no entry is kept of a directory that cannot be read
+    std::vector<DirectoryEntry> entries{}; // in the order of their keys, of equal ones in that of their names
+    std::size_t found = 0;                 // how many there are, kept or not
+    std::string failure{};                 // in the system's words; no entry is kept of a directory that cannot be read
 };
 
-// All directories, and the files whose name, given in small letters, is wanted.
-DirectoryContent read_directory(const std::function<bool(std::string_view key)>& is_wanted);
-
-// Keeps the first `count` entries in the order of their keys, of equal ones in that of their names.
-void keep_first_by_name(std::vector<DirectoryEntry>& entries, std::size_t count);
+// The directories, and the files whose name, given in small letters, is wanted, without "." and ".."; of more than
+// `most` the first ones.
+DirectoryContent read_directory(const std::function<bool(std::string_view key)>& is_wanted,
+                                std::size_t most = std::numeric_limits<std::size_t>::max());

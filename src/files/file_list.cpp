@@ -49,7 +49,12 @@ bool is_listed_as_car(std::string_view key) { return key.ends_with(".res") || ke
 // Whether a name in small letters passes a filter in small letters.
 bool passes(std::string_view key, std::string_view filter) {
     const std::size_t dot = key.rfind('.');
-    return dot != std::string_view::npos && filter.find(std::string(key.substr(dot)) + ".") != std::string_view::npos;
+    if (dot == std::string_view::npos) return false;
+    const std::string_view extension = key.substr(dot);
+    std::size_t at = filter.find(extension);
+    while (at != std::string_view::npos && !filter.substr(at + extension.size()).starts_with('.'))
+        at = filter.find(extension, at + 1);
+    return at != std::string_view::npos;
 }
 
 std::function<bool(std::string_view)> wanted_in(const std::string& mode) {
@@ -172,10 +177,10 @@ void UPDATEFILELIST(const std::string& mode) {
     LFILES = 0;
     add_links();
     add_entry("..", "..", entry_kind::directory);
-    DirectoryContent content = read_directory(wanted_in(mode));
+    const auto room = static_cast<std::size_t>(max_listed_files - LFILES);
+    const DirectoryContent content = read_directory(wanted_in(mode), room);
     if (!content.failure.empty()) note_unreadable_file(current_directory(), content.failure);
-    listable = LFILES + static_cast<int>(content.entries.size());
-    keep_first_by_name(content.entries, static_cast<std::size_t>(max_listed_files - LFILES));
+    listable = LFILES + static_cast<int>(content.found);
     for (const DirectoryEntry& entry : content.entries)
         add_directory_entry(entry, mode);
     sort_entries();
