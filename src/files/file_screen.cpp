@@ -169,6 +169,7 @@ void redraw(FileScreen& state) {
     }
     if (state.redraw_status) draw_status(state.status, screen());
     draw_list_changes(state, screen());
+    if (state.repaint) MAINTAINBUTTONS(); // as part of this frame; a click is seen by the step that looks for it
     state.redraw_fields = state.redraw_status = false;
 }
 

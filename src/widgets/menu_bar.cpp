@@ -49,12 +49,12 @@ int MAINTAINMENU(bool force) {
     if (!force && nothing_new(at)) return 0;
 
     bool changed = false;
-    {
-        const ScreenLock lock;
-        for (int cell = 0; cell < menu_cells; ++cell)
-            changed |= draw_cell(at, cell);
-        if (MENUIMG) draw_image(screen(), *MENUIMG, 0, menu_top, DrawMode::alpha);
-    }
+    lock_screen();
+    for (int cell = 0; cell < menu_cells; ++cell)
+        changed |= draw_cell(at, cell);
+    if (MENUIMG) draw_image(screen(), *MENUIMG, 0, menu_top, DrawMode::alpha);
+    // When a screen was picked, its first frame shows the bar too.
+    changed ? unlock_screen_unshown() : unlock_screen();
     if (changed) return -1;
     return at.buttons == 1 ? at.x : 0;
 }

@@ -31,9 +31,12 @@ void leave_screens() {
 bool screen_is_left() { return innermost && innermost->left(); }
 
 RunningScreen::RunningScreen(ScreenState& state, KeyScope::Tables keys)
-    : state_(state), keys_(std::move(keys)), around_(std::exchange(innermost, this)), number_(CURMENU) {}
+    : state_(state), keys_(std::move(keys)), around_(std::exchange(innermost, this)), number_(CURMENU) {
+    lock_screen();
+}
 
 RunningScreen::~RunningScreen() {
+    if (entering_) unlock_screen_unshown();
     handled();
     set_screen_fact("");
     innermost = around_;
@@ -56,6 +59,7 @@ void RunningScreen::read() {
     handled();
     show_title();
     keep_strip();
+    if (std::exchange(entering_, false)) unlock_screen();
     state_.input = read_input();
     acted_on_ = false;
     const bool before = !state_.input.key.empty() && hooks.before && hooks.before(state_.input);

@@ -108,6 +108,7 @@ private:
     RunningScreen* const around_;
     const std::uint8_t number_; // CURMENU at the start
     bool acted_on_ = true;      // nothing was read yet
+    bool entering_ = true;      // the same; what is drawn until then is one frame
 
     friend void repaint_screens();
     friend void leave_screens();

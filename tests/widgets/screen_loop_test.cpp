@@ -188,7 +188,24 @@ TEST_F(ScreenLoop, TheMenuBarLeavesForAnotherScreenWithoutABlankFrameBetween) {
     EXPECT_EQ(CURMENU, screen_number::editor_3d);
     EXPECT_EQ(drawn(900, 500), Pixel{colour::background});
     EXPECT_EQ(shown(900, 500), Pixel{ink}) << "it goes with the next screen's first frame";
-    EXPECT_EQ(window.frames(), before + 1) << "the menu bar's";
+    EXPECT_EQ(window.frames(), before) << "and so does the menu bar";
+}
+
+TEST_F(ScreenLoop, WhatStandsBeforeTheFirstReadIsOneFrame) {
+    const int frames = window.frames();
+    say("Here");
+    run({look([&] { EXPECT_EQ(window.frames(), frames + 1) << "screen and strip"; }), key_press(Key::escape)});
+}
+
+TEST_F(ScreenLoop, AScreenThatIsLeftBeforeItReadsLeavesNoLock) {
+    {
+        const RunningScreen running(sheet);
+        draw_pixel(screen(), 5, 5, ink);
+    }
+    const int frames = window.frames();
+    draw_pixel(screen(), 6, 6, ink);
+    show_screen();
+    EXPECT_EQ(window.frames(), frames + 1);
 }
 
 TEST_F(ScreenLoop, TheFirstInputIsTheMouseAsItIs) {
