@@ -8,7 +8,7 @@ build_packages=(
 display_packages=(xvfb xdotool imagemagick)
 test_packages=(libgtest-dev libgmock-dev libxtst-dev assimp-utils libjpeg-turbo-progs clang-format python3 "${display_packages[@]}")
 fuzz_packages=(clang libclang-rt-14-dev)
-bench_packages=(libbenchmark-dev libxtst-dev xvfb imagemagick)
+bench_packages=(libbenchmark-dev libsdl2-image-dev libssl-dev libxtst-dev xvfb imagemagick)
 tidy_packages=(clang-tidy)
 
 ensure_packages() {

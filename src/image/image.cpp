@@ -24,8 +24,9 @@ std::array<std::uint32_t, 256>& palette() {
     return entries;
 }
 
-std::uint8_t* zeroed_memory(std::size_t size) {
-    void* memory = std::calloc(std::max<std::size_t>(size, 1), 1);
+std::uint8_t* memory_of(std::size_t size, NewPixels pixels) {
+    size = std::max<std::size_t>(size, 1);
+    void* memory = pixels == NewPixels::zero ? std::calloc(size, 1) : std::malloc(size);
     if (!memory) throw std::bad_alloc();
     return static_cast<std::uint8_t*>(memory);
 }
@@ -64,9 +65,9 @@ std::uint32_t rgb565_to_argb(std::uint32_t raw) {
 
 } // namespace
 
-Image::Image(int width, int height, int bytes_per_pixel, std::size_t pitch)
-    : width_(width), height_(height), bytes_per_pixel_(bytes_per_pixel), pitch_(pitch), pixels_(zeroed_memory(size())) {
-}
+Image::Image(int width, int height, int bytes_per_pixel, std::size_t pitch, NewPixels pixels)
+    : width_(width), height_(height), bytes_per_pixel_(bytes_per_pixel), pitch_(pitch),
+      pixels_(memory_of(size(), pixels)) {}
 
 std::span<std::uint8_t> Image::row(int y) {
     return bytes().subspan(static_cast<std::size_t>(y) * pitch_, static_cast<std::size_t>(width_ * bytes_per_pixel_));
@@ -117,6 +118,19 @@ std::uint32_t argb_to_raw(std::uint32_t argb, int bytes_per_pixel) {
     }
 }
 
+namespace {
+
+// Null when memory is short.
+ImageHandle make_image(int width, int height, int bytes_per_pixel, std::size_t pitch, NewPixels pixels) {
+    try {
+        return std::make_unique<Image>(width, height, bytes_per_pixel, pitch, pixels);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+} // namespace
+
 ImageHandle create_image(int width, int height, std::optional<std::uint32_t> fill_value, int depth,
                          std::size_t row_alignment) {
     if (depth == 0) depth = 32;
@@ -125,13 +139,15 @@ ImageHandle create_image(int width, int height, std::optional<std::uint32_t> fil
     const std::size_t alignment = std::clamp<std::size_t>(row_alignment, 1, 4096);
     const std::size_t row_bytes = static_cast<std::size_t>(width * bytes_per_pixel);
     const std::size_t pitch = (row_bytes + alignment - 1) / alignment * alignment;
-    try {
-        auto image = std::make_unique<Image>(width, height, bytes_per_pixel, pitch);
-        fill(*image, fill_value.value_or(mask_colour(bytes_per_pixel)));
-        return image;
-    } catch (const std::bad_alloc&) {
-        return nullptr;
-    }
+    ImageHandle image = make_image(width, height, bytes_per_pixel, pitch, NewPixels::zero);
+    if (image) fill(*image, fill_value.value_or(mask_colour(bytes_per_pixel)));
+    return image;
+}
+
+ImageHandle create_unset_image(int width, int height, int depth) {
+    if (!is_side(width) || !is_side(height) || !is_depth(depth)) return nullptr;
+    const std::size_t pitch = static_cast<std::size_t>(width * depth / 8);
+    return make_image(width, height, depth / 8, pitch, NewPixels::unset);
 }
 
 ImageInfo image_info(Image& image) {

@@ -16,11 +16,14 @@ constexpr std::uint32_t transparent_mask_32 = 0xFFFF00FF;
 constexpr std::uint16_t transparent_mask_16 = 0xF81F;
 constexpr std::uint8_t transparent_mask_8 = 0;
 
+// What pixels are that nobody has set yet. Zero: the memory is the system's untouched zero pages until something is
+// drawn, so that a large empty picture costs nothing. Unset: anything, for whoever sets them all at once.
+enum class NewPixels : std::uint8_t { zero, unset };
+
 class Image {
 public:
-    // All pixels 0. The memory is the system's untouched zero pages until something is drawn, so that a large empty
-    // picture costs nothing. Throws std::bad_alloc when there is not enough.
-    Image(int width, int height, int bytes_per_pixel, std::size_t pitch);
+    // Throws std::bad_alloc when there is not enough memory.
+    Image(int width, int height, int bytes_per_pixel, std::size_t pitch, NewPixels pixels = NewPixels::zero);
 
     int width() const { return width_; }
     int height() const { return height_; }
@@ -68,6 +71,9 @@ using ImageHandle = std::unique_ptr<Image>;
 // bytes. Null when a side is not 1 .. 32767, the depth is another one, or memory is short.
 ImageHandle create_image(int width, int height, std::optional<std::uint32_t> fill = std::nullopt, int depth = 0,
                          std::size_t row_alignment = 1);
+
+// The same with rows that are not padded, and with pixels that the caller is about to set, every one of them.
+ImageHandle create_unset_image(int width, int height, int depth);
 
 struct ImageInfo {
     int width = 0, height = 0, bytes_per_pixel = 0;

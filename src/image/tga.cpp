@@ -90,6 +90,7 @@ struct DecoderRow {
     bool (*takes)(const Header&);
     int bytes_per_pixel; // of the image
     Decoder decode;
+    std::size_t plain_bytes; // of a pixel in the file where pixels stand one by one, 0 where they are packed
 };
 
 bool is_kind(const Header& header, std::uint8_t type, std::uint8_t depth) {
@@ -101,20 +102,29 @@ bool has_wide_map(const Header& header) { return header.map_entry_bits == 24 || 
 // The variants that are read; the first row that takes a header decodes it.
 constexpr DecoderRow decoders[] = {
     // ODDITY targa-alpha-bits-must-fit (kept): a depth of 32 without alpha bits, or of 24 with some, has no decoder.
-    {[](const Header& h) { return is_kind(h, run_length_true_colour, 32) && h.has_alpha(); }, 4, run_length<Argb32>},
-    {[](const Header& h) { return is_kind(h, run_length_true_colour, 24) && !h.has_alpha(); }, 4, run_length<Rgb24>},
-    {[](const Header& h) { return is_kind(h, true_colour, 32) && h.has_alpha(); }, 4, plain<Argb32>},
-    {[](const Header& h) { return is_kind(h, true_colour, 24) && !h.has_alpha(); }, 4, plain<Rgb24>},
+    {[](const Header& h) { return is_kind(h, run_length_true_colour, 32) && h.has_alpha(); }, 4, run_length<Argb32>, 0},
+    {[](const Header& h) { return is_kind(h, run_length_true_colour, 24) && !h.has_alpha(); }, 4, run_length<Rgb24>, 0},
+    {[](const Header& h) { return is_kind(h, true_colour, 32) && h.has_alpha(); }, 4, plain<Argb32>, Argb32::size},
+    {[](const Header& h) { return is_kind(h, true_colour, 24) && !h.has_alpha(); }, 4, plain<Rgb24>, Rgb24::size},
     // ODDITY targa-16-bit-paths-differ (kept): packets are converted from 1-5-5-5 to 5-6-5, plain rows stay as they
     // are.
-    {[](const Header& h) { return is_kind(h, run_length_true_colour, 16); }, 2, run_length<Rgb555>},
-    {[](const Header& h) { return is_kind(h, true_colour, 16); }, 2, plain<Word16>},
-    {[](const Header& h) { return is_kind(h, run_length_mapped, 8) && has_wide_map(h); }, 1, run_length<Index8>},
+    {[](const Header& h) { return is_kind(h, run_length_true_colour, 16); }, 2, run_length<Rgb555>, 0},
+    {[](const Header& h) { return is_kind(h, true_colour, 16); }, 2, plain<Word16>, Word16::size},
+    {[](const Header& h) { return is_kind(h, run_length_mapped, 8) && has_wide_map(h); }, 1, run_length<Index8>, 0},
 };
 
 const DecoderRow* decoder_for(const Header& header) {
     const auto row = std::ranges::find_if(decoders, [&](const DecoderRow& r) { return r.takes(header); });
     return row == std::end(decoders) ? nullptr : row;
+}
+
+// Pixels that the file does not bring are 0.
+ImageHandle image_for(const Header& header, const DecoderRow& decoder, std::size_t file_bytes) {
+    const int depth = decoder.bytes_per_pixel * 8;
+    const std::size_t plain_bytes = decoder.plain_bytes * header.width * header.height;
+    const bool brings_all = plain_bytes != 0 && file_bytes >= plain_bytes;
+    return brings_all ? create_unset_image(header.width, header.height, depth)
+                      : create_image(header.width, header.height, 0, depth);
 }
 
 // Only whole entries that the file holds, and of those the ones below 256. The map lies behind the ID field whatever
@@ -184,12 +194,12 @@ TargaPicture decode_targa(std::span<const std::byte> file) {
     if (picture.error != 0) return picture;
 
     const DecoderRow& decoder = *decoder_for(header);
-    picture.image = create_image(header.width, header.height, 0, decoder.bytes_per_pixel * 8);
+    reader.seek(header.pixel_start());
+    picture.image = image_for(header, decoder, reader.remaining());
     if (!picture.image) {
         picture.error = targa_error::no_memory;
         return picture;
     }
-    reader.seek(header.pixel_start());
     decoder.decode(reader, *picture.image, header.descriptor & top_to_bottom);
     if (header.image_type != run_length_mapped) return picture;
     picture.first_entry = header.map_first;
