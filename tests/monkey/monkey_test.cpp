@@ -184,6 +184,6 @@ TEST_P(Monkeys, WhateverTheyDoTheTablesHoldWhatTheyPromise) {
     for (int done = 0; done < events && !HasFailure(); done += events_of_a_run)
         run(seed++, std::min(events_of_a_run, events - done));
     EXPECT_EQ(screens_seen.size(), 4u) << "a monkey that does not get about finds nothing";
-    EXPECT_GT(cars.size(), 3u);
+    EXPECT_GE(cars.size(), 3u);
 }
 INSTANTIATE_TEST_SUITE_P(OnTwoCores, Monkeys, testing::Values(0, 1));
