@@ -10,8 +10,8 @@
 namespace {
 
 // The marker that the dot reaches with the wheel turned, of 30 for a quarter turn: the wheels of the sample cars are
-// turned by 23 to 30 degrees in their pictures.
-constexpr int turned_marker = 9;
+// turned by 23 to 30 degrees in their pictures, and where a clamp shows by how much it is 30.
+constexpr int turned_marker = 10;
 
 void draw_at(const CockpitView& view, const BitmapRecord& bitmap, CockpitPoint place, DrawMode mode) {
     const Image* picture = preview(bitmap, view.zoom);

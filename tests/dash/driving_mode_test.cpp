@@ -99,9 +99,9 @@ TEST_F(DrivingTest, TheDotIsOnTheFirstMarkerOrOnThatOfATurnedWheel) {
         draw_steered(Steering::straight, zoom);
         EXPECT_EQ(found(colour_of(ink::white)), square({100, 50}, 5, zoom));
         draw_steered(Steering::right, zoom);
-        EXPECT_EQ(found(colour_of(ink::grey)), square({109, 59}, 3, zoom));
+        EXPECT_EQ(found(colour_of(ink::grey)), square({110, 60}, 3, zoom));
         draw_steered(Steering::left, zoom);
-        EXPECT_EQ(found(colour_of(ink::brown)), square({91, 59}, 3, zoom));
+        EXPECT_EQ(found(colour_of(ink::brown)), square({90, 60}, 3, zoom));
     }
 }
 
