@@ -1,7 +1,10 @@
 #include "app/everywhere.h"
 
+#include "app/check_page.h"
 #include "widgets/key_page.h"
 #include "widgets/key_scope.h"
+#include "widgets/menu_bar.h"
+#include "widgets/screen_loop.h"
 
 namespace {
 
@@ -11,15 +14,24 @@ void show_keys(const Input&) {
     show_key_page(tables);
 }
 
+void check(const Input&) { show_check_page(); }
+
 using EverywhereKey = KeyRow<void (*)(const Input&)>;
 constexpr EverywhereKey keys[] = {
     {{key::f1}, "shows these keys, as they are at this moment", show_keys},
+    {{key::f2}, "checks the car; a click on a finding goes to where it is mended", check},
     {{}, "goes to that screen", nullptr, "click on the menu bar"},
 };
 
 } // namespace
 
 KeyHelpTable everywhere_keys() { return key_help("On every screen:", keys); }
+
+void load_dropped(const Input&) {
+    CURMENU = screen_number::files;
+    leave_screens();
+    unread_input();
+}
 
 bool act_everywhere(const Input& input) {
     const EverywhereKey* const row = row_of(std::span<const EverywhereKey>(keys), input.key);

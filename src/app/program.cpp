@@ -60,7 +60,7 @@ bool start_up(const std::string& invocation_path, std::string& error) {
     fill_tables();
     read_data_files(invocation_path);
     draw_menu_bar();
-    set_loop_hooks({.everywhere = act_everywhere});
+    set_loop_hooks({.everywhere = act_everywhere, .dropped = load_dropped});
     return true;
 }
 
@@ -79,6 +79,14 @@ void run_idle() {
 }
 
 } // namespace
+
+void start_with(const std::string& path) {
+    if (path.empty()) return;
+    InputEvent dropped;
+    dropped.kind = InputEvent::Kind::file_dropped;
+    dropped.text = path;
+    do_next({&dropped, 1});
+}
 
 void run_screens() {
     while (CURMENU != screen_number::quit) {

@@ -95,6 +95,8 @@ constexpr KeyBinding<DashScreen> keys[] = {
 std::span<const KeyBinding<DashScreen>> keys_of_mode(const DashScreen&) { return mode().keys; }
 const char* heading_of_mode(const DashScreen&) { return mode().key_heading; }
 
+bool take_drop(DashScreen& state) { return mode().on_drop && mode().on_drop(state); }
+
 constexpr Step order[] = {Step::redraw, Step::read, Step::menu_bar, Step::widgets, Step::key, Step::mouse};
 
 } // namespace
@@ -109,6 +111,7 @@ const Screen<DashScreen> dash_screen{
     .keys = keys,
     .mode_keys = keys_of_mode,
     .mode_heading = heading_of_mode,
+    .on_drop = take_drop,
 };
 
 void DASHMANAGER() {

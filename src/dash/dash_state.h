@@ -47,4 +47,5 @@ struct DashMode {
     void (*draw_panel)(const DashScreen&);
     void (*on_mouse)(DashScreen&, CockpitPoint); // the left button is down, the pointer in the view
     std::span<const KeyBinding<DashScreen>> keys;
+    bool (*on_drop)(DashScreen&) = nullptr; // see Screen (widgets/screen_loop.h)
 };

@@ -4,6 +4,7 @@
 #include "dash/picker.h"
 
 #include "base/code_page.h"
+#include "base/reset.h"
 #include "formats/bitmap_export.h"
 #include "formats/bitmap_import.h"
 #include "model/items.h"
@@ -15,6 +16,9 @@ namespace {
 
 constexpr std::uint32_t black = 0xFF000000, outline = 0xFFFAFA00;
 constexpr std::uint32_t bound_item = 0xFF00FA00, unbound_item = 0xFFC83200, selection_bar = 0xFF646478;
+
+// Of the pictures that are imported in this run.
+Dither dither = Dither::none;
 
 // Index in BITMAP, 0 when the item has none.
 int selected_bitmap(const DashScreen& state) { return DASHITEM[state.item].bitmap; }
@@ -130,6 +134,23 @@ void remove_bitmap(DashScreen& state) {
     state.redraw = true;
 }
 
+void import_picture(DashScreen& state, const std::string& name) {
+    say(code_page_from_utf8(LOADBITMAP(DASHITEM[state.item].id, name, dither).message));
+    state.redraw = true;
+}
+
+bool take_drop(DashScreen& state) {
+    const PickedFile file = pick_dropped_picture(state.input.dropped);
+    if (file.use == PickedFile::Use::none) return false;
+    import_picture(state, file.name);
+    return true;
+}
+
+void next_dither(DashScreen&) {
+    dither = static_cast<Dither>((static_cast<int>(dither) + 1) % dithers);
+    say(std::string("Dithering of imported pictures: ") + dither_name(dither));
+}
+
 enum class Dialogue { load_or_save, save_only };
 
 // However the picker ends, the screen that CURMENU names goes on.
@@ -139,8 +160,7 @@ void exchange_bitmap(DashScreen& state) {
     if (CURMENU != screen_number::dash_manager) state.leave = true;
     const std::string id = DASHITEM[state.item].id;
     if (file.use == PickedFile::Use::save) say(code_page_from_utf8(SAVEBITMAP(id, file.name).message));
-    if (file.use == PickedFile::Use::load && dialogue != Dialogue::save_only)
-        say(code_page_from_utf8(LOADBITMAP(id, file.name).message));
+    if (file.use == PickedFile::Use::load && dialogue != Dialogue::save_only) import_picture(state, file.name);
     state.redraw = true;
 }
 
@@ -170,7 +190,10 @@ constexpr KeyBinding<DashScreen> keys[] = {
      "the last item shows that speed digit",
      choose_digit,
      "0 to 9"},
+    {{"t", "T"}, "dithering of imported pictures: none, ordered, Floyd-Steinberg", next_dither, "T"},
 };
+
+const ResetWithProgram registered([] { dither = Dither::none; });
 
 } // namespace
 
@@ -179,4 +202,5 @@ const DashMode images_mode{.key_heading = "Among the images:",
                            .draw_view = draw_view,
                            .draw_panel = draw_panel,
                            .on_mouse = on_mouse,
-                           .keys = keys};
+                           .keys = keys,
+                           .on_drop = take_drop};

@@ -10,3 +10,6 @@ struct PickedFile {
     std::string name{};
 };
 PickedFile pick_picture_file();
+// A picture that was dropped on the window, to be loaded; its folder is then the current one. Nothing when the path is
+// no picture's, or when the folder cannot be entered.
+PickedFile pick_dropped_picture(const std::string& path);

@@ -3,9 +3,11 @@
 #include "base/code_page.h"
 #include "base/config.h"
 #include "base/text.h"
+#include "files/dropped_path.h"
 #include "files/file_list.h"
 #include "files/list_view.h"
 #include "files/transfer.h"
+#include "model/check_car.h"
 #include "widgets/line_edit.h"
 #include "widgets/screen_loop.h"
 #include "widgets/strip.h"
@@ -31,8 +33,6 @@ constexpr std::size_t status_cells = 36;
 constexpr std::size_t status_lines = 3;
 
 constexpr int load_button = 1, save_button = 2, toggle_button = 3;
-
-const std::string picture_filter = ".tga.bmp.jpg.jpeg.png.gif.pcx.";
 
 enum class Field : std::size_t { directory, file };
 
@@ -60,7 +60,7 @@ struct FileScreen : ScreenState {
 std::string first_list_mode(std::uint8_t mode) {
     switch (mode) {
     case file_screen_mode::cars: return cars_mode;
-    case file_screen_mode::pictures: return picture_filter;
+    case file_screen_mode::pictures: return std::string(picture_filter);
     default: return {};
     }
 }
@@ -200,6 +200,13 @@ void show_where_it_went(FileScreen& state, Transfer direction) {
 
 void say_of_files(const std::string& message) { say(code_page_from_utf8(message)); }
 
+// What was saved, and the game will not take.
+void say_of_checks(const std::string& note) {
+    const std::size_t failed = serious_findings(check_car(DOCUMENT));
+    if (failed > 0)
+        say_of_files((note.empty() ? "" : note + "; ") + counted(failed, "check", "checks") + " failed, F2");
+}
+
 void run_transfer(FileScreen& state, Transfer direction) {
     const std::string name = state.field(Field::file).text();
     const TransferReport report = transfer(direction, name);
@@ -211,6 +218,7 @@ void run_transfer(FileScreen& state, Transfer direction) {
     state.status = report.unknown_format ? report_unknown_format() : report;
     state.redraw_status = true;
     say_of_files(report.note);
+    if (direction == Transfer::save && !report.failed && !report.text.empty()) say_of_checks(report.note);
     show_where_it_went(state, direction);
 }
 
@@ -345,6 +353,29 @@ constexpr KeyBinding<FileScreen> keys[] = {
     {{key::escape, key::close_window}, "ends the program", end_program<FileScreen>},
 };
 
+// --- what is dropped on the window ---------------------------------------------------------------------------------
+
+// Whether files are looked for there from now on; if not, the status says why.
+bool go_to_folder(FileScreen& state, const std::string& folder) {
+    std::string reason;
+    if (!change_directory(folder, &reason)) {
+        state.status = {.text = "Cannot enter: " + folder + ": " + reason, .failed = true};
+        state.redraw_status = true;
+        return false;
+    }
+    put_text(state, Field::directory, current_directory());
+    state.rescan = true;
+    return true;
+}
+
+bool take_drop(FileScreen& state) {
+    const DroppedPath path = dropped_path(state.input.dropped);
+    if (!go_to_folder(state, path.folder) || path.name.empty()) return true;
+    put_text(state, Field::file, path.name);
+    run_transfer(state, Transfer::load);
+    return true;
+}
+
 // --- the screen ----------------------------------------------------------------------------------------------------
 
 void act_on_chosen(FileScreen& state) {
@@ -369,6 +400,7 @@ constexpr Screen<FileScreen> file_screen{
     .widgets = maintain_buttons,
     .keys = keys,
     .after = act_on_chosen,
+    .on_drop = take_drop,
 };
 
 } // namespace

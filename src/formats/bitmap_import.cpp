@@ -74,11 +74,6 @@ Pixels mask_pixels(const Image& picture) {
     });
 }
 
-Pixels colour_pixels(const Image& picture) {
-    const NearestPaletteEntry nearest(PAL);
-    return converted(picture, [&](std::uint32_t pixel) { return nearest(pixel & colour_bits); });
-}
-
 // How many of the picture's colours the palette does not have.
 std::size_t foreign_colours(const Image& picture, const Pixels& indices) {
     std::vector<std::uint32_t> foreign;
@@ -152,10 +147,10 @@ ImportedPicture decode_import(std::string_view path, std::span<const std::byte> 
     return is_targa(path) ? decode_targa_import(file) : decode_picture_import(file);
 }
 
-Import import_bitmap(const std::string& id, const Image& picture) {
+Import import_bitmap(const std::string& id, const Image& picture, Dither dither) {
     if (!has_room(id, picture)) return {};
     const bool is_mask = is_mask_id(id);
-    Pixels pixels = is_mask ? mask_pixels(picture) : colour_pixels(picture);
+    Pixels pixels = is_mask ? mask_pixels(picture) : dithered(picture, PAL, dither);
     const std::size_t foreign = is_mask ? 0 : foreign_colours(picture, pixels);
     replace_bitmap(id, picture, std::move(pixels));
     if (const std::string_view mask = mask_of(id); !mask.empty())
@@ -164,13 +159,13 @@ Import import_bitmap(const std::string& id, const Image& picture) {
     return {.done = true, .foreign_colours = foreign};
 }
 
-BitmapExchange LOADBITMAP(const std::string& id, const std::string& path) {
+BitmapExchange LOADBITMAP(const std::string& id, const std::string& path, Dither dither) {
     const auto [outcome, file] = load_and_report(path, largest_picture_file);
     if (!file) return {.message = std::string(error_text(outcome.code)) + ": " + path};
     report_file({path}); // also when it was longer than any picture
     const ImportedPicture picture = decode_import(path, *file);
     if (!picture.image) return {.message = picture.reason};
-    const Import import = import_bitmap(id, *picture.image);
+    const Import import = import_bitmap(id, *picture.image, dither);
     if (!import.done) return {.message = "No room for " + id + ": too many bitmaps"};
     return {.done = true, .message = told(id, path, import.foreign_colours)};
 }

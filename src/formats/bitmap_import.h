@@ -2,6 +2,7 @@
 #pragma once
 
 #include "formats/bitmap_exchange.h"
+#include "formats/dither.h"
 #include "image/image.h"
 
 #include <cstddef>
@@ -25,8 +26,8 @@ struct Import {
     bool done = false;
     std::size_t foreign_colours = 0; // colours of the picture that the palette does not have
 };
-Import import_bitmap(const std::string& id, const Image& picture);
+Import import_bitmap(const std::string& id, const Image& picture, Dither dither = Dither::none);
 
 // Reads a picture file and imports it. The file-status record says "File not found", "Read error" or success, whatever
 // else was wrong with the file; the result says it all.
-BitmapExchange LOADBITMAP(const std::string& id, const std::string& path);
+BitmapExchange LOADBITMAP(const std::string& id, const std::string& path, Dither dither = Dither::none);

@@ -21,7 +21,7 @@ bool run_nested(const std::function<void()>& draw, const std::function<Answer(co
     for (;;) {
         keep_strip();
         const Input input = read_input();
-        if (input.key == key::close_window) {
+        if (input.key == key::close_window || input.key == key::dropped) {
             unread_input();
             return false;
         }

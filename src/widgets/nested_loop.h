@@ -1,7 +1,8 @@
 // The loop inside a screen's step, for what takes all input until it is done: a value that is typed, a panel.
 //
 // It sees one input a pass, mouse and keys alike. The window's close request ends it and stays unread, so that every
-// loop around it ends in turn. Waiting for a button's release is wait_for_release() (window/input.h).
+// loop around it ends in turn; a file that is dropped on the window does the same. Waiting for a button's release is
+// wait_for_release() (window/input.h).
 #pragma once
 
 #include "widgets/key_scope.h"

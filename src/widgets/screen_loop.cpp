@@ -66,6 +66,10 @@ void RunningScreen::read() {
     if (before || taken_everywhere(state_.input)) state_.input.key.clear();
 }
 
+void RunningScreen::hand_on_drop() {
+    if (hooks.dropped) hooks.dropped(state_.input);
+}
+
 void RunningScreen::keep_menu_bar() {
     if (MAINTAINMENU(false) < 0) state_.leave = true;
 }

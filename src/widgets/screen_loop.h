@@ -55,6 +55,8 @@ struct Screen {
     // Further tables for a person, of keys that an action tells apart by itself.
     std::vector<KeyHelpTable> (*further_keys)(const State&) = nullptr;
     void (*after)(State&) = nullptr;
+    // Takes a file that was dropped on the window (state.input.dropped); false: it is not for this screen.
+    bool (*on_drop)(State&) = nullptr;
     bool stays_at_end = false; // the work area is not cleared when the program ends
 };
 
@@ -74,6 +76,8 @@ struct LoopHooks {
     // Before any loop acts on an input that holds a key, also one inside a screen's step that lets a person look at its
     // keys (nested_loop.h). True takes the key away.
     std::function<bool(const Input&)> everywhere{};
+    // A file was dropped that the screen did not take. It is the input that was read last.
+    std::function<void(const Input&)> dropped{};
 };
 void set_loop_hooks(LoopHooks hooks);
 // Asks that hook.
@@ -96,7 +100,8 @@ public:
     RunningScreen& operator=(const RunningScreen&) = delete;
 
     void read();
-    void handled(); // calls the hook for the input that was acted on, once
+    void hand_on_drop(); // to the hook
+    void handled();      // calls the hook for the input that was acted on, once
     void keep_menu_bar();
     bool left() const;  // the loop ends here
     void clear() const; // the work area; the next screen's first frame shows it
@@ -136,6 +141,15 @@ void type_key(State& state, const Screen<State>& screen) {
     if (row->action) row->action(state);
 }
 
+// Reads; what was dropped goes its own way.
+template <class State>
+void read_step(State& state, const Screen<State>& screen, RunningScreen& running) {
+    running.read();
+    if (state.input.key != key::dropped) return;
+    state.input.key.clear();
+    if (!screen.on_drop || !screen.on_drop(state)) running.hand_on_drop();
+}
+
 template <class State>
 void redraw_screen(State& state, const Screen<State>& screen) {
     const ScreenLock one_frame;
@@ -147,7 +161,7 @@ template <class State>
 void run_step(Step step, State& state, const Screen<State>& screen, RunningScreen& running) {
     switch (step) {
     case Step::redraw: return redraw_screen(state, screen);
-    case Step::read: return running.read();
+    case Step::read: return read_step(state, screen, running);
     case Step::mouse:
         if (state.input.mouse_changed()) screen.on_mouse(state);
         return;

@@ -22,6 +22,7 @@ constexpr Point outside{-1, -1};
 // One step of the queue: a key, or a state of the mouse when the key is empty.
 struct Step {
     std::string key;
+    std::string dropped{};  // the path that goes with key::dropped
     Qualifiers qualifiers;  // held with the key
     Key cause = Key::other; // of a key: what was pressed for it
     MouseState state;
@@ -157,6 +158,11 @@ void queue_close_request() {
     if (!std::ranges::any_of(input.queue, is_close_request)) queue_key(key::close_window, {}, Key::other);
 }
 
+void queue_dropped_file(const std::string& path) {
+    queue_key(key::dropped, {}, Key::other);
+    input.queue.back().dropped = path;
+}
+
 void take_key_event(const InputEvent& event) {
     if (event.kind == InputEvent::Kind::key_down) input.held.insert(event.key);
     for (const std::string& key : key_strings(event))
@@ -174,6 +180,7 @@ void take_event(const InputEvent& event) {
     case InputEvent::Kind::wheel: return turn_wheel(event);
     case InputEvent::Kind::close_request: return queue_close_request();
     case InputEvent::Kind::focus_lost: return let_everything_go();
+    case InputEvent::Kind::file_dropped: return queue_dropped_file(event.text);
     }
 }
 
@@ -228,11 +235,11 @@ void take_key(const Step& step) {
     input.cause = step.cause;
 }
 
-// Takes the next step of the queue, if there is one; its key.
-std::string take_step() {
+// Takes the next step of the queue, if there is one.
+void take_step() {
     refill();
     input.key_was_read = false;
-    if (input.queue.empty()) return {};
+    if (input.queue.empty()) return;
     const Step step = std::move(input.queue.front());
     input.queue.pop_front();
     input.taken = Taken{step, input.pointer, input.told};
@@ -240,7 +247,6 @@ std::string take_step() {
         take_key(step);
     else
         move_pointer(step.state);
-    return step.key;
 }
 
 Qualifiers current_qualifiers() { return input.key_was_read ? input.with_key : qualifiers_now(); }
@@ -258,9 +264,13 @@ Input read_input() {
     Input result;
     result.before = input.told;
     if (mouse() == input.told)
-        result.key = take_step();
+        take_step();
     else
         input.key_was_read = false;
+    if (input.taken) {
+        result.key = input.taken->step.key;
+        result.dropped = input.taken->step.dropped;
+    }
     result.mouse = input.told = mouse();
     result.qualifiers = current_qualifiers();
     result.pressed_at = input.pointer.pressed_at;
@@ -275,6 +285,11 @@ void unread_input() {
     input.told = input.taken->told;
     input.key_was_read = false;
     input.taken.reset();
+}
+
+void do_next(std::span<const InputEvent> events) {
+    for (const InputEvent& event : events)
+        take_event(event);
 }
 
 MouseState mouse() { return input.pointer.seen_by(Owner::work_area); }

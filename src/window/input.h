@@ -14,11 +14,13 @@
 #pragma once
 
 #include "drawing/canvas.h"
+#include "window/input_event.h"
 #include "window/key_strings.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 
 struct MouseState {
@@ -44,6 +46,7 @@ struct Input {
     MouseState before;        // as the loop that reads saw it last
     std::string key;          // "" when none was pressed; one character, or character 255 and the scancode's character
     Qualifiers qualifiers;    // held with the key, or now when there is none
+    std::string dropped{};    // the path of a file that was dropped on the window; the key then says so
     Point pressed_at{-1, -1}; // where the left button that is down went down
     bool menu_bar_pressed = false; // a button went down on the menu bar, whose own it is
 
@@ -60,6 +63,9 @@ struct Input {
 Input read_input();
 // What was read last is read again next, as after this loop's end by the loop around it.
 void unread_input();
+
+// What is done here and now, by the program for the person: it is read behind what is unread.
+void do_next(std::span<const InputEvent> events);
 
 // The mouse that the last step led to, with the buttons that act in the work area, and with those that act on the menu
 // bar. Widgets use these: in one pass all see the same.

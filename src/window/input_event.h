@@ -94,6 +94,7 @@ struct InputEvent {
         wheel,         // x, y, wheel: notches, positive away from the person
         close_request, // the window's close button, a termination signal
         focus_lost,    // held keys are up from now on
+        file_dropped,  // text: the path of a file or directory that was let go over the window
     };
 
     Kind kind = Kind::mouse_move;

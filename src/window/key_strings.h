@@ -9,7 +9,8 @@ inline constexpr const char *escape = "\x1B", *enter = "\r", *backspace = "\b", 
 inline constexpr const char *home = "\xFFG", *up = "\xFFH", *page_up = "\xFFI", *left = "\xFFK", *right = "\xFFM",
                             *end = "\xFFO", *down = "\xFFP", *page_down = "\xFFQ", *insert = "\xFFR",
                             *delete_ = "\xFFS", *shift_tab = "\xFF\x0F", *f1 = "\xFF;", *f2 = "\xFF<",
-                            *close_window = "\xFFk";
+                            *close_window = "\xFFk",
+                            *dropped = "\xFF\xFE"; // no key: a file was dropped on the window
 // Control and a letter, "A" .. "Z"; ctrl is the same for tables of constants.
 inline std::string control(char letter) { return std::string(1, static_cast<char>(letter - 'A' + 1)); }
 template <char letter>

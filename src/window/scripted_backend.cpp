@@ -196,6 +196,13 @@ ScriptStep key_down(Key key, Modifiers modifiers) {
 
 ScriptStep key_up(Key key) { return {{key_event(InputEvent::Kind::key_up, key)}, {}}; }
 
+ScriptStep drop(const std::string& path) {
+    InputEvent event;
+    event.kind = InputEvent::Kind::file_dropped;
+    event.text = path;
+    return {.events = {event}};
+}
+
 ScriptStep close_window() {
     InputEvent event;
     event.kind = InputEvent::Kind::close_request;

@@ -76,5 +76,6 @@ ScriptStep typed(const std::string& text); // printable characters, as text even
 ScriptStep key_press(Key key, Modifiers modifiers = {});
 ScriptStep key_down(Key key, Modifiers modifiers = {});
 ScriptStep key_up(Key key);
+ScriptStep drop(const std::string& path);
 ScriptStep close_window();
 ScriptStep look(std::function<void()> action);

@@ -151,6 +151,13 @@ void SdlEvents::translate(const SDL_Event& event, std::vector<InputEvent>& event
         events.back().wheel = event.wheel.y;
         return;
     case SDL_WINDOWEVENT: return window_event(event.window, events);
+    case SDL_DROPFILE: {
+        InputEvent& dropped = events.emplace_back();
+        dropped.kind = InputEvent::Kind::file_dropped;
+        dropped.text = event.drop.file ? event.drop.file : "";
+        SDL_free(event.drop.file);
+        return;
+    }
     // The close button of the only window arrives as this too, and as a window event, which is not counted.
     case SDL_QUIT: events.emplace_back().kind = InputEvent::Kind::close_request; return;
     default: return;

@@ -397,3 +397,50 @@ TEST_F(ExchangeTest, InOtherModesThereIsNoPicker) {
              DASHMANAGER);
     }
 }
+
+TEST_F(ExchangeTest, ADroppedPictureIsImportedAsTheSelectedItem) {
+    std::filesystem::create_directory(directory / "far");
+    put_file(directory / "far/x.png", red_png());
+    std::string message;
+    play_dialogue({key_press(Key::page_down), drop(directory / "far/x.png"), look([&] {
+                       EXPECT_TRUE(screen_shows(16, 16, "= DASH MANAGER =", colour::title));
+                       message = said();
+                   })});
+    EXPECT_EQ(message, "Imported dast from x.png");
+    EXPECT_EQ(*bitmap("dast").pixels, Pixels(6, ink::red));
+    EXPECT_EQ(std::filesystem::current_path().filename(), "far");
+}
+
+TEST_F(ExchangeTest, WhatIsNoPictureIsNotForThisScreen) {
+    state.input.dropped = "x.res";
+    EXPECT_FALSE(dash_screen.on_drop(state));
+    state.input.dropped = directory.path();
+    EXPECT_FALSE(dash_screen.on_drop(state));
+    put_file("x.png", red_png());
+    state.input.dropped = "x.png";
+    OPMODE = dash_mode::wheel;
+    EXPECT_FALSE(dash_screen.on_drop(state));
+    OPMODE = dash_mode::images;
+    EXPECT_TRUE(dash_screen.on_drop(state));
+}
+
+TEST_F(ExchangeTest, DitheringIsChosenForThisRun) {
+    PAL.fill(0xFF000000);
+    PAL[9] = 0xFFFFFFFF;
+    put_file("x.png", png::file_of(*create_image(8, 8, 0xFF707070)));
+    const auto whites = [] { return std::ranges::count(*bitmap("dash").pixels, 9); };
+    std::vector<std::string> messages;
+    const ScriptStep note = look([&] { messages.push_back(said()); });
+    const ScriptStep dropped = drop(directory / "x.png");
+    std::vector<long> found;
+    const ScriptStep count = look([&] { found.push_back(whites()); });
+    play_dialogue({dropped, count, typed("t"), note, dropped, count, typed("T"), note, dropped, count, typed("t"), note,
+                   dropped, count});
+    EXPECT_THAT(messages, testing::ElementsAre("Dithering of imported pictures: ordered",
+                                               "Dithering of imported pictures: Floyd-Steinberg",
+                                               "Dithering of imported pictures: none"));
+    ASSERT_EQ(found.size(), 4U);
+    EXPECT_EQ(found[0], 0);
+    EXPECT_GT(found[2], 20);
+    EXPECT_EQ(found[3], 0);
+}

@@ -1,6 +1,7 @@
 // What the Files screen says in the strip beside the menu bar.
 #include "files/file_screen_test.h"
 #include "support/environment.h"
+#include "support/faultless_car.h"
 #include "widgets/strip.h"
 
 #include <fstream>
@@ -79,6 +80,7 @@ TEST_F(FileScreenStripTest, SaysWhyASaveWasRefused) {
 }
 
 TEST_F(FileScreenStripTest, IsSilentWhereTheStatusSaysAll) {
+    DOCUMENT = faultless_car();
     visit({typed("abcd"), ctrl_key(Key::s), says(""), ctrl_key(Key::l), says(""), typed(".txt"), ctrl_key(Key::l),
            says(""), ctrl_key(Key::u), typed("none.res"), ctrl_key(Key::l), says("")});
 }
@@ -98,4 +100,28 @@ TEST_F(FileScreenStripTest, ANameThatIsNoUtf8IsShownAsTheGamesCharacters) {
     std::filesystem::create_directory("GR\x9AN.res");
     visit({ctrl_key(Key::c), row_click(1), look([] { EXPECT_TRUE(screen_shows(90, 76, " ", 0xFF00B464)); })});
     EXPECT_EQ(current_directory(), directory / "GR\x9AN.res");
+}
+
+TEST_F(FileScreenStripTest, SaysAfterASaveHowManySeriousChecksFailed) {
+    DOCUMENT = faultless_car();
+    CARNAME = std::string(30, 'n'); // not serious
+    visit({typed("abcd"), ctrl_key(Key::s), says(""), look([] { PAR[0] = std::byte{0}; }), ctrl_key(Key::s),
+           says("1 check failed, F2"), look([] {
+               unsay(said());
+               CAR[1] = SHAPEMODEL();
+           }),
+           ctrl_key(Key::s), says("2 checks failed, F2"), look([] { unsay(said()); }), ctrl_key(Key::l), says("")});
+}
+
+TEST_F(FileScreenStripTest, SaysBothWhatWasLeftOutAndThatChecksFailed) {
+    DOCUMENT = faultless_car();
+    CAR[0].edit().prims[4].vertex[1] = 500;
+    visit(
+        {typed("a.obj"), ctrl_key(Key::s), says("1 polygon left out: its vertices are not there; 1 check failed, F2")});
+}
+
+TEST_F(FileScreenStripTest, AFailedSaveSaysNothingOfChecks) {
+    PAR[0] = std::byte{0};
+    visit({typed("no/such/folder.res"), ctrl_key(Key::s),
+           look([] { EXPECT_EQ(said().find("check"), std::string::npos) << said(); })});
 }

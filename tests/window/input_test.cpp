@@ -519,3 +519,26 @@ TEST_F(InputTest, WhatWasDrawnIsVisibleBeforeReadingWaits) {
 }
 
 } // namespace
+
+TEST_F(InputTest, ADroppedFileIsReadInItsTurnWithItsPath) {
+    window.play({at_once({typed("a"), drop("/x/a b.car"), drop("/y"), typed("b")})});
+    std::vector<std::string> read;
+    while (read.size() < 4) {
+        const Input input = read_input();
+        if (!input.key.empty()) read.push_back(input.key == key::dropped ? input.dropped : input.key);
+        EXPECT_EQ(input.dropped.empty(), input.key != key::dropped);
+        if (read.size() != 2 || input.dropped.empty()) continue;
+        unread_input();
+        EXPECT_EQ(read_input().dropped, "/x/a b.car") << "unread, it is read again";
+    }
+    EXPECT_THAT(read, ElementsAre("a", "/x/a b.car", "/y", "b"));
+}
+
+TEST_F(InputTest, WhatTheProgramDoesForThePersonIsReadBehindWhatIsUnread) {
+    do_next(typed("ax").events);
+    do_next(click(30, 40).events);
+    EXPECT_EQ(read_input().key, "a");
+    EXPECT_EQ(read_input().key, "x");
+    EXPECT_EQ(read_input().mouse, (MouseState{30, 40, 0, 1}));
+    EXPECT_EQ(read_input().mouse, (MouseState{30, 40, 0, 0}));
+}
