@@ -68,11 +68,7 @@ Pixels converted(const Image& picture, auto convert) {
     return pixels;
 }
 
-Pixels mask_pixels(const Image& picture) {
-    return converted(picture, [](std::uint32_t pixel) {
-        return static_cast<int>(pixel >> 24) >= opaque_from ? opaque : see_through;
-    });
-}
+Pixels mask_pixels(const Image& picture) { return converted(picture, mask_value); }
 
 // How many of the picture's colours the palette does not have.
 std::size_t foreign_colours(const Image& picture, const Pixels& indices) {
@@ -140,6 +136,10 @@ std::string told(const std::string& id, const std::string& path, std::size_t for
 }
 
 } // namespace
+
+std::uint8_t mask_value(std::uint32_t argb) {
+    return static_cast<int>(argb >> 24) >= opaque_from ? opaque : see_through;
+}
 
 ImportedPicture decode_import(std::string_view path, std::span<const std::byte> file) {
     const auto size = import_size(path, file);

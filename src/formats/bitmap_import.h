@@ -6,6 +6,7 @@
 #include "image/image.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -17,6 +18,9 @@ struct ImportedPicture {
 };
 // Decodes a picture file by the extension in its name: ".tga" as a Truevision file, anything else as whatever it is.
 ImportedPicture decode_import(std::string_view path, std::span<const std::byte> file);
+
+// What a mask has for a pixel of a picture: 0 where the alpha is 128 or more, else 255.
+std::uint8_t mask_value(std::uint32_t argb);
 
 // Puts the picture into the table as the bitmap of this id: what is there of that id goes, the new one is appended at
 // the canvas's corner (panels at that of "ins2"), its header words and flags 0; then the same for its mask, made from

@@ -45,12 +45,6 @@ std::uint16_t material_named(std::string_view name) {
     return static_cast<std::uint16_t>(number & 0xFFFF);
 }
 
-std::string name_of(std::uint16_t material) {
-    const int base = material - first_base_material;
-    if (base >= 0 && base < base_materials) return "base" + std::to_string(base + 1);
-    return "Vortag" + std::to_string(material);
-}
-
 std::uint16_t vertex_index(long number) {
     const long index = number - first_number_of_file + static_cast<long>(car_layout::first_body_vertex);
     return static_cast<std::uint16_t>(index < 0 || index > past_all_vertices ? past_all_vertices : index);
@@ -150,7 +144,7 @@ std::vector<int> numbers_in_file(const SHAPEMODEL& model) {
 
 void write_polygon(ByteWriter& writer, const SHAPEPRIM& polygon, std::size_t paint_job,
                    const std::vector<int>& numbers) {
-    writer.text("usemtl " + name_of(polygon.material.at(paint_job)) + "\nf");
+    writer.text("usemtl " + obj_material_name(polygon.material.at(paint_job)) + "\nf");
     for (const std::uint16_t index : corners_of(polygon))
         writer.text(" " + std::to_string(numbers[index]));
     writer.text("\n");
@@ -190,10 +184,16 @@ ObjImport import_obj(std::string_view text, std::size_t paint_jobs, SHAPEMODEL& 
     return reader.done();
 }
 
-ObjExport export_obj(const SHAPEMODEL& model, std::size_t paint_job) {
+std::string obj_material_name(std::uint16_t material) {
+    const int base = material - first_base_material;
+    if (base >= 0 && base < base_materials) return "base" + std::to_string(base + 1);
+    return "Vortag" + std::to_string(material);
+}
+
+ObjExport export_obj(const SHAPEMODEL& model, std::size_t paint_job, const std::string& library) {
     const std::vector<int> numbers = numbers_in_file(model);
     ByteWriter writer;
-    writer.text("mtllib vortag.mtl\n");
+    writer.text("mtllib " + library + "\n");
     for (std::size_t i = 0; i < numbers.size(); ++i) {
         const SHAPEVERTEX& vertex = model.verts[i];
         if (numbers[i] != 0)

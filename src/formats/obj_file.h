@@ -7,6 +7,7 @@
 #include "model/shape.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -35,8 +36,11 @@ struct ObjExport {
     std::size_t polygons = 0;
     std::size_t left_out = 0; // polygons with an index past the vertices
 };
-// The polygons of a model with their materials in a paint job, and the vertices that these polygons use.
-ObjExport export_obj(const SHAPEMODEL& model, std::size_t paint_job);
+// The name under which a material's number goes out.
+std::string obj_material_name(std::uint16_t material);
+// The polygons of a model with their materials in a paint job, and the vertices that these polygons use. `library` is
+// the name of the file that says what the materials look like.
+ObjExport export_obj(const SHAPEMODEL& model, std::size_t paint_job, const std::string& library = "vortag.mtl");
 
 // Replaces the body of CAR(slot). "File not found" and "Read error" change and import nothing; vertices or faces that
 // were left out report "Too large, cut to fit".

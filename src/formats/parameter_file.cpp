@@ -9,9 +9,6 @@
 #include <utility>
 
 namespace {
-constexpr std::size_t longest_name = 255;
-constexpr std::size_t longest_information = 1023;
-
 Bytes bytes_of(std::span<const std::byte> run) { return Bytes(run.begin(), run.end()); }
 
 Bytes zero_ended(const std::string& text) {

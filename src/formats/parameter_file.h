@@ -11,6 +11,9 @@
 #include <span>
 #include <string>
 
+constexpr std::size_t longest_name = 255;         // of both names, characters
+constexpr std::size_t longest_information = 1023; // of the description
+
 struct ParameterFile {
     std::array<std::byte, parameter_bytes> par{};
     std::string name, sign_name, information;

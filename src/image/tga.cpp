@@ -72,18 +72,21 @@ void decode_plain(ByteReader& reader, Sink<Format>& sink) {
     sink.literals(reader.view(reader.remaining()));
 }
 
-using Decoder = void (*)(ByteReader&, Image&, bool from_the_top);
+// Returns whether every pixel had its value.
+using Decoder = bool (*)(ByteReader&, Image&, bool from_the_top);
 
 template <typename Format>
-void run_length(ByteReader& reader, Image& image, bool from_the_top) {
+bool run_length(ByteReader& reader, Image& image, bool from_the_top) {
     Sink<Format> sink(image, from_the_top);
     decode_packets(reader, sink);
+    return sink.full();
 }
 
 template <typename Format>
-void plain(ByteReader& reader, Image& image, bool from_the_top) {
+bool plain(ByteReader& reader, Image& image, bool from_the_top) {
     Sink<Format> sink(image, from_the_top);
     decode_plain(reader, sink);
+    return sink.full();
 }
 
 struct DecoderRow {
@@ -200,7 +203,7 @@ TargaPicture decode_targa(std::span<const std::byte> file) {
         picture.error = targa_error::no_memory;
         return picture;
     }
-    decoder.decode(reader, *picture.image, header.descriptor & top_to_bottom);
+    picture.whole = decoder.decode(reader, *picture.image, header.descriptor & top_to_bottom);
     if (header.image_type != run_length_mapped) return picture;
     picture.first_entry = header.map_first;
     picture.colour_map = read_colour_map(file, header);

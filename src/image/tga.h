@@ -53,6 +53,7 @@ struct TargaPicture {
     std::int16_t error = 0;               // 0 for success
     std::size_t first_entry = 0;          // the index that the colour map begins with
     std::vector<TargaEntry> colour_map{}; // of an 8-bit image, the entries that TARGALOAD would set
+    bool whole = false;                   // the file had a value for every pixel
 };
 // The same from memory; nothing outside the picture is touched. Checked in this order: too_large, inverted_x,
 // unsupported, no_memory.

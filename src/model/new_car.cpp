@@ -15,34 +15,34 @@ struct NewValue {
 
 // All bytes of PAR that are not named here are 0.
 constexpr NewValue new_values[] = {
-    {par_offset::mass, 20},            // mass
-    {4, 300},                          // brakes
-    {56, 30},                          // air drag
-    {208, 18},                         // c. height
-    {164, 400},                        // intrinsic
-    {182, 256},                        // on asphalt
-    {184, 192},                        // on dirt
-    {186, 64},                         // on ice
-    {188, 128},                        // on grass
-    {16, 30000},                       // 1st ratio
-    {18, 20000},                       // 2nd ratio
-    {20, 15000},                       // 3th ratio
-    {22, 10000},                       // 4th ratio
-    {24, 5000},                        // 5th ratio
-    {166, 238},                        // red #1
-    {168, 184},                        // red #2
-    {172, 32},                         // red #4
-    {174, 16},                         // red #5
-    {176, 12},                         // red #6
-    {178, 8},                          // red #7
-    {192, 32},                         // orange #2
-    {194, 192},                        // orange #3
-    {196, 128},                        // orange #4
-    {198, 64},                         // orange #5
-    {par_offset::idle_rpm, 1000},      // idle RPM
-    {par_offset::downshift_rpm, 2000}, // downshift RPM
-    {par_offset::upshift_rpm, 9000},   // upshift RPM
-    {par_offset::maximum_rpm, 10000},  // maximum RPM
+    {par_offset::mass, 20},
+    {par_offset::brakes, 300},
+    {par_offset::air_drag, 30},
+    {par_offset::centre_height, 18},
+    {par_offset::intrinsic_grip, 400},
+    {par_offset::grip_on_asphalt, 256},
+    {par_offset::grip_on_dirt, 192},
+    {par_offset::grip_on_ice, 64},
+    {par_offset::grip_on_grass, 128},
+    {par_offset::gear_ratio(1), 30000},
+    {par_offset::gear_ratio(2), 20000},
+    {par_offset::gear_ratio(3), 15000},
+    {par_offset::gear_ratio(4), 10000},
+    {par_offset::gear_ratio(5), 5000},
+    {par_offset::red(1), 238},
+    {par_offset::red(2), 184},
+    {par_offset::red(4), 32},
+    {par_offset::red(5), 16},
+    {par_offset::red(6), 12},
+    {par_offset::red(7), 8},
+    {par_offset::orange(2), 32},
+    {par_offset::orange(3), 192},
+    {par_offset::orange(4), 128},
+    {par_offset::orange(5), 64},
+    {par_offset::idle_rpm, 1000},
+    {par_offset::downshift_rpm, 2000},
+    {par_offset::upshift_rpm, 9000},
+    {par_offset::maximum_rpm, 10000},
 };
 constexpr std::uint8_t new_gears = 5;
 
