@@ -103,14 +103,14 @@ void draw_frame(Canvas& canvas) {
 void draw_field(const FileScreen& state, Field which, Canvas& canvas) {
     const LineEdit& field = state.field(which);
     const int first = state.first(which);
-    draw_text(canvas, field_area.x1 - glyph_width * first, field_y(which), field.shown(), colour::value);
+    const std::string in_view = field.shown().substr(static_cast<std::size_t>(first), field_cells);
+    draw_text(canvas, field_area.x1, field_y(which), in_view, colour::value);
     if (state.focus != which) return;
     const int cell = static_cast<int>(field.caret_cell()) - first;
     draw_box_relative(canvas, field_area.x1 + glyph_width * cell, field_y(which), 0, 14, field_caret);
 }
 
 void draw_fields(const FileScreen& state, Canvas& canvas) {
-    const ClipGuard clip(canvas, field_area);
     fill_box(canvas, field_area, colour::background);
     draw_field(state, Field::directory, canvas);
     draw_field(state, Field::file, canvas);
@@ -198,13 +198,17 @@ void show_where_it_went(FileScreen& state, Transfer direction) {
     if (direction == Transfer::save) read_list(state);
 }
 
-void say_of_files(const std::string& message) { say(code_page_from_utf8(message)); }
+// What there is to say about what was done; the message about something earlier goes also when that is nothing.
+void tell(const std::string& message) {
+    unsay(said());
+    say(code_page_from_utf8(message));
+}
 
 // What was saved, and the game will not take.
-void say_of_checks(const std::string& note) {
+void tell_checks(const std::string& note) {
     const std::size_t failed = serious_findings(check_car(DOCUMENT));
     if (failed > 0)
-        say_of_files((note.empty() ? "" : note + "; ") + counted(failed, "check", "checks") + " failed, F2");
+        tell((note.empty() ? "" : note + "; ") + counted(failed, "check", "checks") + " failed, F2");
 }
 
 void run_transfer(FileScreen& state, Transfer direction) {
@@ -217,8 +221,8 @@ void run_transfer(FileScreen& state, Transfer direction) {
     }
     state.status = report.unknown_format ? report_unknown_format() : report;
     state.redraw_status = true;
-    say_of_files(report.note);
-    if (direction == Transfer::save && !report.failed && !report.text.empty()) say_of_checks(report.note);
+    tell(report.note);
+    if (direction == Transfer::save && !report.failed && !report.text.empty()) tell_checks(report.note);
     show_where_it_went(state, direction);
 }
 
@@ -231,19 +235,21 @@ void toggle_list(FileScreen& state) {
     if (state.mode != file_screen_mode::cars) return;
     state.list_mode = state.list_mode == cars_mode ? car_file_filter() : cars_mode;
     rescan(state);
-    if (lists_no_file())
-        say(state.list_mode == cars_mode ? "No cars in this directory" : "No car files in this directory");
+    const std::string kind = state.list_mode == cars_mode ? "cars" : "car files";
+    tell(lists_no_file() ? "No " + kind + " in this directory" : "");
+}
+
+// Why a directory was not entered, or that it is the same one; nothing where the list shows it.
+std::string entered(const std::string& path) {
+    const std::string before = current_directory();
+    std::string reason;
+    if (path.empty()) return "Nothing to enter: the Dir field is empty";
+    if (!change_directory(path, &reason)) return "Cannot enter: " + path + ": " + reason;
+    return current_directory() == before ? "The directory is read anew" : "";
 }
 
 void enter_directory(FileScreen& state, const std::string& path) {
-    const std::string before = current_directory();
-    std::string reason;
-    if (path.empty())
-        say("Nothing to enter: the Dir field is empty");
-    else if (!change_directory(path, &reason))
-        say_of_files("Cannot enter: " + path + ": " + reason);
-    else if (current_directory() == before)
-        say("The directory is read anew");
+    tell(entered(path));
     put_text(state, Field::directory, current_directory());
     state.rescan = true;
 }
@@ -314,7 +320,7 @@ void page(FileScreen& state) {
 }
 
 void enter_typed_directory(FileScreen& state) {
-    if (state.focus == Field::file) return say("Ctrl+L loads, Ctrl+S saves");
+    if (state.focus == Field::file) return tell("Ctrl+L loads, Ctrl+S saves");
     enter_directory(state, state.focused().text());
 }
 

@@ -34,9 +34,14 @@ int row_y(int row) { return list_area.y1 + glyph_height * row; }
 
 bool has_bar() { return LFILES > list_rows; }
 
-// A row's pixels; where there is a bar the text ends before it.
+// A row's pixels, up to the gap before the bar.
 Rectangle row_area(int row) {
     return {list_area.x1, row_y(row), has_bar() ? bar_left - 2 : list_area.x2, row_y(row) + glyph_height - 1};
+}
+
+// As much of a text as has room, in whole characters.
+std::string cut_to_row(const std::string& text, int row) {
+    return text.substr(0, static_cast<std::size_t>((row_area(row).x2 + 1 - text_x) / glyph_width));
 }
 
 // The bar's pixel that stands for the upper edge of an entry.
@@ -52,8 +57,7 @@ void draw_entry(const ListView& view, int row, Canvas& canvas) {
     const int index = list_entry(view, row);
     if (index == 0) return;
     const LISTEDFILE& entry = LFILE[index];
-    const ClipGuard clip(canvas, row_area(row));
-    draw_text(canvas, text_x, row_y(row), row_text(entry), row_colour(entry, row == view.row));
+    draw_text(canvas, text_x, row_y(row), cut_to_row(row_text(entry), row), row_colour(entry, row == view.row));
 }
 
 } // namespace

@@ -114,7 +114,7 @@ TEST_F(FileScreenFieldsTest, TheTextOfARowEndsBeforeTheBar) {
     write_text(std::string(100, 'W') + ".res", "");
     visit({ctrl_key(Key::c), key_press(Key::page_down), bar_from_to(130 + 448 * 14 / 42, 577),
            mouse_at(100, 130 + 16 * 27),
-           look([] { EXPECT_TRUE(screen_shows(50, 130 + 16 * 27, std::string(60, 'W'), file_white)); }),
+           look([] { EXPECT_TRUE(screen_shows(50, 130 + 16 * 27, std::string(67, 'W') + " ", file_white)); }),
            bar_from_to(130 + 448 * 14 / 42, 577)});
 }
 

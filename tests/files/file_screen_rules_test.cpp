@@ -23,8 +23,9 @@ TEST_F(FileScreenRulesTest, ARowIsChosenWithTheRelease) {
 
 TEST_F(FileScreenRulesTest, TheListIsToggledWithTheRelease) {
     put_car("carvela.res", "Vela");
-    visit({press(700, 120), shows_row(1, "Vela (VELA)", file_grey), release(700, 120),
-           shows_row(1, "carvela.res", file_grey)});
+    visit({press(700, 120), look([] { put_car("carnew.res", "New"); }), mouse_at(701, 120), mouse_at(702, 120),
+           look([] { EXPECT_EQ(LFILES, 2) << "the list is not read while the button is down"; }),
+           shows_row(1, "Vela (VELA)", file_grey), release(702, 120), shows_row(2, "carvela.res", file_grey)});
 }
 
 TEST_F(FileScreenRulesTest, ANewScanBeginsAtTheTop) {

@@ -85,6 +85,11 @@ TEST_F(FileScreenStripTest, IsSilentWhereTheStatusSaysAll) {
            says(""), ctrl_key(Key::u), typed("none.res"), ctrl_key(Key::l), says("")});
 }
 
+TEST_F(FileScreenStripTest, WhatWasSaidOfSomethingEarlierGoesWithTheNextLoadSaveOrDirectory) {
+    visit({ctrl_key(Key::s), typed("none.res"), ctrl_key(Key::l), says(""), ctrl_key(Key::u), ctrl_key(Key::s),
+           typed("abcd"), ctrl_key(Key::s), says(""), ctrl_key(Key::u), ctrl_key(Key::s), row_click(0), says("")});
+}
+
 TEST_F(FileScreenStripTest, TellsHowManyEntriesACutListLeavesOut) {
     for (int i = 0; i < 400; ++i)
         write_text("f" + std::to_string(1000 + i) + ".vsh", "");

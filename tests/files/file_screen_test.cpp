@@ -169,10 +169,11 @@ TEST_F(FileScreenTest, OnlyTheLeftButtonAloneChooses) {
     visit({click(100, 130 + 16 + 8, 2), look([&] { EXPECT_EQ(current_directory(), directory.path()); })});
 }
 
-TEST_F(FileScreenTest, ALongNameStaysInsideTheList) {
+TEST_F(FileScreenTest, ALongNameIsShownAsFarAsWholeCharactersHaveRoom) {
     const std::string name(100, 'w');
     write_text(name + ".res", "");
     visit({ctrl_key(Key::c), look([] {
+               EXPECT_TRUE(screen_shows(50, 146, std::string(68, 'w') + " ", file_grey));
                for (int y = 130; y < 180; ++y)
                    for (int x = 598; x < 960; ++x)
                        ASSERT_NE(drawn(x, y), Pixel{0xFFB4B4B4}) << x << "," << y;
