@@ -52,7 +52,7 @@ press() {
     done
 }
 type_text() { xdotool type --clearmodifiers --delay 60 "$1"; sleep 0.3; }
-picture() { import -window "$display_window" "$1"; echo "$1"; }
+picture() { timeout 20 import -window "$display_window" "$1"; echo "$1"; }
 
 wait_for_end() {
     for _ in {1..100}; do
