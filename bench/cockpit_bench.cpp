@@ -44,7 +44,7 @@ bool measure(const std::string& car, int zoom) {
             screen().take_damage();
         });
     const std::string what = car + " at zoom " + std::to_string(zoom);
-    std::printf("%s: fastest redraw %.3f ms, copy of the area %.3f ms\n", what.c_str(), times.ours, times.theirs);
+    print_times(what.c_str(), "one copy of the area", times);
     return report_at_most(what.c_str(), 1 / times.ratio, "copies", most_copies);
 }
 

@@ -66,20 +66,19 @@ int main() {
     const std::string in_folder = "cd " + folder + " && ";
     const std::string ours = in_folder + IMPORT_PICTURE " " KAROSMIT_DATA_DIR " photo.png ours.png";
     const std::string theirs = in_folder + "convert photo.png +dither -remap palette.png theirs.png";
-    std::vector<double> our_times, their_times, ratios;
+    std::vector<double> our_times, their_times;
     waiting_milliseconds(ours); // both have been read from the disk then
     waiting_milliseconds(theirs);
     for (int round = 0; round < rounds; ++round) {
         our_times.push_back(waiting_milliseconds(ours));
         their_times.push_back(waiting_milliseconds(theirs));
-        ratios.push_back(their_times.back() / our_times.back());
     }
     const ImageHandle mine = LoadRGBAFile(folder + "/ours.png"), other = LoadRGBAFile(folder + "/theirs.png");
     std::filesystem::remove_all(folder);
     if (!mine || !other) return 1;
-    std::printf("whole import: median %.1f ms, fastest %.1f ms; ImageMagick: median %.1f ms, fastest %.1f ms\n",
-                median(our_times), std::ranges::min(our_times), median(their_times), std::ranges::min(their_times));
+    const Comparison times = comparison_of(our_times, their_times);
+    print_times("whole import", "convert -remap", times);
     std::printf("a pixel from its original: %.2f, ImageMagick's %.2f\n", distance(*mine, *photo),
                 distance(*other, *photo));
-    return report("whole import", median(ratios), "convert -remap", times_faster) ? 0 : 1;
+    return report("whole import", times.ratio, "convert -remap", times_faster) ? 0 : 1;
 }
