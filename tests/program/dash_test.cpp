@@ -236,6 +236,23 @@ TEST_F(DashManager, ABitmapGoesThroughAnotherProgramAndComesBack) {
     expect_same_car_saved();
 }
 
+TEST_F(DashManager, EscapeEndsAConverterThatTakesTooLong) {
+    make_file("converter", "sleep 100\necho late > \"$2\"\n");
+    make_file("x.jpg", "earlier");
+    tab_to(dash_mode::images);
+    window->key("s", {"Control_L"});
+    ASSERT_TRUE(screen_becomes("= FILES ="));
+    type_identifier("x.jpg");
+    window->key("s", {"Control_L"});
+    ASSERT_TRUE(window->wait_for_text(208, 616, "Waiting for the image converter. Escape ends it.", colour::title));
+    window->key("Escape");
+    EXPECT_TRUE(window->wait_for_text(208, 616, "The image converter: cancelled: x.jpg", colour::title));
+    EXPECT_TRUE(screen_becomes_ours());
+    EXPECT_EQ(content_of("x.jpg"), "earlier");
+    window->key("Escape");
+    EXPECT_EQ(program->wait_for_end(), 0);
+}
+
 TEST_F(DashManager, MarkersOfTheWheelAreInTheSavedFile) {
     tab_to(dash_mode::wheel);
     keys("Prior", 4);

@@ -18,7 +18,8 @@ void SampleCarTest::SetUp() {
     reset_program();
     for (const auto& entry : std::filesystem::directory_iterator(KAROSMIT_GARAGE))
         std::filesystem::copy_file(entry.path(), folder / entry.path().filename());
-    make_file("karosmit.cfg", "imagick = convert\n");
+    make_file("karosmit.cfg", "imagick = sh converter\n");
+    make_file("converter", "exec convert \"$@\"\n");
     start();
     type_identifier("brux");
     window->key("l", {"Control_L"});

@@ -7,6 +7,7 @@
 
 class SampleCarTest : public ProgramTest {
 protected:
+    // The image converter is a shell script in the folder.
     void SetUp() override;
     void TearDown() override;
 
