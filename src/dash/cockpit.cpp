@@ -64,6 +64,7 @@ void draw_cockpit(const CockpitView& view, Steering steering) {
 }
 
 void draw_steering_dot(const CockpitView& view, Steering steering) {
+    if (wheel_marker(0) == CockpitPoint{}) return; // as in a new car, which has no markers yet
     switch (steering) {
     case Steering::left: return draw_around(view, mirrored_marker(turned_marker), "dot1", DrawMode::copy);
     case Steering::right: return draw_around(view, wheel_marker(turned_marker), "dot2", DrawMode::copy);

@@ -16,5 +16,5 @@ void draw_body(const CockpitView& view);
 enum class Steering { left = -1, straight = 0, right = 1 };
 // The body with the wheel and the instruments as they are when steering.
 void draw_cockpit(const CockpitView& view, Steering steering);
-// The dot that moves along the rim of the wheel.
+// The dot that moves along the rim of the wheel; none while its markers are not laid.
 void draw_steering_dot(const CockpitView& view, Steering steering);

@@ -105,6 +105,21 @@ TEST_F(DrivingTest, TheDotIsOnTheFirstMarkerOrOnThatOfATurnedWheel) {
     }
 }
 
+TEST_F(DrivingTest, WithoutMarkersThereIsNoDot) {
+    add_dots();
+    enter(dash_mode::driving);
+    for (int marker = 0; marker <= last_marker; ++marker)
+        set_wheel_marker(marker, {});
+    for (const Steering steering : {Steering::left, Steering::straight, Steering::right}) {
+        draw_steered(steering);
+        for (const std::uint8_t ink : {ink::white, ink::brown, ink::grey})
+            EXPECT_EQ(found(colour_of(ink)), Rectangle{});
+    }
+    set_wheel_marker(0, {0, 50});
+    draw_steered(Steering::straight);
+    EXPECT_NE(found(colour_of(ink::white)), Rectangle{});
+}
+
 TEST_F(DrivingTest, OnlyTheDotOfTheSteeringIsShown) {
     add_dots();
     enter(dash_mode::driving);
