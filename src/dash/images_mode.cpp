@@ -160,7 +160,10 @@ void exchange_bitmap(DashScreen& state) {
     if (CURMENU != screen_number::dash_manager) state.leave = true;
     const std::string id = DASHITEM[state.item].id;
     if (file.use == PickedFile::Use::save) say(code_page_from_utf8(SAVEBITMAP(id, file.name).message));
-    if (file.use == PickedFile::Use::load && dialogue != Dialogue::save_only) import_picture(state, file.name);
+    if (file.use == PickedFile::Use::load && dialogue == Dialogue::save_only)
+        say("Ctrl+S saves a bitmap: nothing was loaded");
+    else if (file.use == PickedFile::Use::load)
+        import_picture(state, file.name);
     state.redraw = true;
 }
 

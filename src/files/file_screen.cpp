@@ -308,7 +308,10 @@ void maintain_buttons(FileScreen& state) {
 // --- keys ----------------------------------------------------------------------------------------------------------
 
 void edit_field(FileScreen& state) {
-    if (state.focused().handle_key(state.input.key)) state.redraw_fields = true;
+    if (state.focused().handle_key(state.input.key))
+        state.redraw_fields = true;
+    else if (key::printable(state.input.key))
+        tell(std::to_string(field_limit) + " characters at most");
 }
 
 void empty_field(FileScreen& state) { put_text(state, state.focus, ""); }

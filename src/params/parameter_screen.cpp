@@ -99,7 +99,9 @@ void on_curve(ParameterScreen& state) {
 void on_marker_strip(ParameterScreen& state) {
     TorqueGraph& graph = state.graph;
     const int speed = dragged_speed(state.input.mouse.x);
-    if (state.input.mouse.buttons == 1 && state.input.before.buttons != 1) graph.dragged = marker_near(speed);
+    const bool pressed = state.input.mouse.buttons == 1 && state.input.before.buttons != 1;
+    if (pressed) graph.dragged = marker_near(speed);
+    if (pressed && graph.dragged == 0) say("No mark within 1000 RPM");
     if (graph.dragged == 0) return;
     set_marker_speed(graph.dragged, speed);
     state.redraw = true;
@@ -129,7 +131,7 @@ void on_mouse(ParameterScreen& state) {
 template <int marker>
 void set_marker_here(ParameterScreen& state) {
     const Point at = state.input.mouse.at();
-    if (!over_curve(at.x, at.y)) return;
+    if (!over_curve(at.x, at.y)) return say("The mark goes to the pointer: point at the curve");
     set_marker_speed(marker, keyed_speed(at.x));
     state.redraw = true;
 }

@@ -4,6 +4,7 @@
 #include "base/reset.h"
 #include "model/parameters.h"
 #include "model/power_gear.h"
+#include "widgets/strip.h"
 #include "widgets/widgets.h"
 #include "window/input.h"
 #include "window/window.h"
@@ -181,9 +182,16 @@ KeyHelpTable target_entry_keys() { return key_help("While a value is edited:", e
 
 bool TargetEntry::on_key(const std::string& key) { return edit_by_key<TargetEntry>(*this, entry_keys, key); }
 
+void TargetEntry::say_how_much() const {
+    say(std::to_string(target_.maximum) + (is_number() ? " at most" : " characters at most"));
+}
+
 bool TargetEntry::type(const std::string& key) {
     const LineEdit before = field_;
-    if (!field_.handle_key(key)) return false;
+    if (!field_.handle_key(key)) {
+        if (key::printable(key) && field_.full()) say_how_much();
+        return false;
+    }
     if (!is_number()) return true;
     if (field_.text().size() > before.text().size()) return settle_typed_digit(before);
     if (field_.text().size() < before.text().size()) settle_deletion();
@@ -194,6 +202,7 @@ bool TargetEntry::type(const std::string& key) {
 bool TargetEntry::settle_typed_digit(const LineEdit& before) {
     if (number_in(field_.text()) > target_.maximum) {
         field_ = before;
+        say_how_much();
         return false;
     }
     if (field_.text().front() == '0') {

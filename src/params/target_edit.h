@@ -45,6 +45,7 @@ public:
 
 private:
     bool is_number() const;
+    void say_how_much() const;
     bool settle_typed_digit(const LineEdit& before);
     void settle_deletion();
 

@@ -55,7 +55,7 @@ bool LineEdit::accepts(const std::string& key) const {
 }
 
 bool LineEdit::insert(char character) {
-    if (length() >= limit_ && (full_ == FullField::refuses || caret_ >= limit_)) return false;
+    if (full() && (full_ == FullField::refuses || caret_ >= limit_)) return false;
     text_.insert(caret_, 1, character);
     if (full_ == FullField::pushes_out && text_.size() > limit_) text_.pop_back();
     return step_caret(caret_ + 1);

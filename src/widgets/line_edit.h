@@ -28,6 +28,7 @@ public:
     const std::string& text() const { return text_; }
     std::size_t caret() const { return caret_; } // 0 .. length, never inside a character
     std::size_t limit() const { return limit_; }
+    bool full() const { return length() >= limit_; }
     // The text as the font shows it, one character a cell, and the cell before which the caret stands.
     std::string shown() const;
     std::size_t caret_cell() const;

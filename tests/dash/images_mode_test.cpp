@@ -349,7 +349,7 @@ TEST_F(ExchangeTest, ControlSSavesOnly) {
     std::string after_load, after_save;
     play_dialogue(dialogue("x.png", Key::l) + std::vector{look([&] { after_load = said(); })} +
                   dialogue("y.png", Key::s) + std::vector{look([&] { after_save = said(); })});
-    EXPECT_EQ(after_load, "");
+    EXPECT_EQ(after_load, "Ctrl+S saves a bitmap: nothing was loaded");
     EXPECT_EQ(after_save, "Exported dash to y.png");
     EXPECT_EQ(bitmap("dash").pixels->front(), ink::green);
 }

@@ -90,6 +90,11 @@ TEST_F(FileScreenStripTest, WhatWasSaidOfSomethingEarlierGoesWithTheNextLoadSave
            typed("abcd"), ctrl_key(Key::s), says(""), ctrl_key(Key::u), ctrl_key(Key::s), row_click(0), says("")});
 }
 
+TEST_F(FileScreenStripTest, SaysHowManyCharactersAFieldHolds) {
+    visit({typed(std::string(62, 'x')), says(""), typed("y"), says("62 characters at most"), key_press(Key::home),
+           key_press(Key::left), says("62 characters at most")});
+}
+
 TEST_F(FileScreenStripTest, TellsHowManyEntriesACutListLeavesOut) {
     for (int i = 0; i < 400; ++i)
         write_text("f" + std::to_string(1000 + i) + ".vsh", "");

@@ -2,6 +2,7 @@
 #include "model/document.h"
 #include "model/power_gear.h"
 #include "params/parameter_screen_test.h"
+#include "widgets/strip.h"
 
 namespace {
 
@@ -138,4 +139,39 @@ TEST_F(ParameterScreenTest, HomeAndEndMoveTheCaretOfAValue) {
     play_screen(
         {click_row(3), key_press(Key::home), typed("1"), key_press(Key::end), typed("2"), key_press(Key::enter)});
     EXPECT_EQ(par_word(4), 13002);
+}
+
+TEST_F(ParameterScreenTest, WhatChangesNothingSaysWhy) {
+    const auto says = [](const std::string& message) {
+        return look([message] {
+            EXPECT_EQ(said(), message);
+            unsay(said());
+        });
+    };
+    constexpr int gears_row = 12, sign_row = 35;
+    play_screen({mouse_at(5, 5), typed("i"), says("The mark goes to the pointer: point at the curve"),
+                 mouse_at(curve_x(9), 300), typed("i"), says(""), // which is 1195 RPM
+                 press(curve_x(60), 520), says("No mark within 1000 RPM"), release(curve_x(60), 520),
+                 press(curve_x(9), 520), says(""), release(curve_x(9), 520)});
+    CURMENU = screen_number::parameters;
+    play_screen({click_row(gears_row),
+                 key_press(Key::backspace),
+                 typed("7"),
+                 says("6 at most"),
+                 typed("6"),
+                 says(""),
+                 key_press(Key::escape),
+                 click_row(mass_row),
+                 typed("000"),
+                 says(""),
+                 typed("1"),
+                 says("65535 at most"),
+                 key_press(Key::escape),
+                 click_row(sign_row),
+                 typed("x"),
+                 says("4 characters at most"),
+                 key_press(Key::backspace),
+                 typed("x"),
+                 says(""),
+                 key_press(Key::escape)});
 }
