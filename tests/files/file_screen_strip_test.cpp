@@ -86,6 +86,7 @@ TEST_F(FileScreenStripTest, IsSilentWhereTheStatusSaysAll) {
 }
 
 TEST_F(FileScreenStripTest, WhatWasSaidOfSomethingEarlierGoesWithTheNextLoadSaveOrDirectory) {
+    DOCUMENT = faultless_car();
     visit({ctrl_key(Key::s), typed("none.res"), ctrl_key(Key::l), says(""), ctrl_key(Key::u), ctrl_key(Key::s),
            typed("abcd"), ctrl_key(Key::s), says(""), ctrl_key(Key::u), ctrl_key(Key::s), row_click(0), says("")});
 }
