@@ -24,8 +24,6 @@ constexpr double yaw_step = 0.196349375, pitch_step = 0.0981746875; // 3.14159 /
 constexpr double snap_doubles_below = 1.0, snap_halves_above = 0.01;
 constexpr double debris_seconds = 2;
 
-Shared<SHAPEMODEL>& current_slot() { return CAR[static_cast<std::size_t>(CURMODEL)]; }
-
 // --- redraw ---------------------------------------------------------------------------------------------------------
 
 void redraw_view(EditorScreen& state, int view) { state.views.set(static_cast<std::size_t>(view - 1)); }
@@ -165,7 +163,7 @@ void next_slot(EditorScreen& state) { show_slot(state, (CURMODEL + 1) % car_slot
 void numbered_slot(EditorScreen& state) { show_slot(state, state.input.key.front() - '1'); }
 
 void copy(EditorScreen&) {
-    CARCLIP = current_slot();
+    CARCLIP = shown_slot();
     say(slot_label(CURMODEL) + " copied");
 }
 
@@ -174,7 +172,7 @@ bool is_empty(const SHAPEMODEL& model) { return model.nverts == 0 && model.nprim
 // ODDITY counts-wait-for-the-panel (kept): the info panel keeps the counts of vertices and primitives until something
 // asks for it anew, here and when wheels are generated.
 void paste(EditorScreen& state) {
-    current_slot() = CARCLIP;
+    shown_slot() = CARCLIP;
     redraw_views(state);
     if (is_empty(*CARCLIP)) say("The clipboard is empty, and now " + slot_label(CURMODEL) + " is, too");
 }
@@ -216,7 +214,7 @@ void generate_wheels_here(EditorScreen& state) {
 
 void dump_materials(EditorScreen&) {
     const std::string name = "coso.txt";
-    const std::string text = material_dump(*current_slot());
+    const std::string text = material_dump(*shown_slot());
     const bool saved = save_file(name, std::as_bytes(std::span(text))) == SaveOutcome::saved;
     say(name + (saved ? " written" : " is not writable"));
 }

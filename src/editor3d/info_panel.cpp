@@ -35,7 +35,7 @@ std::string snap_text(double snap) {
 } // namespace
 
 void draw_info_panel(MoveMode mode, double snap) {
-    const SHAPEMODEL& model = *CAR[static_cast<std::size_t>(CURMODEL)];
+    const SHAPEMODEL& model = *shown_slot();
     DRAWSECTION(740, 50, 949, 565, "Info panel", false);
     fill_box_relative(screen(), label_x, values_top, values_width - 1, values_height - 1, colour::background);
     draw_row(64, "Model", slot_label(CURMODEL));

@@ -94,7 +94,7 @@ Answer on_input(PaintJobPanel& panel, const Input& input) {
 }
 
 void recolour_with(int scheme) {
-    const int faces = recolour(CAR[static_cast<std::size_t>(CURMODEL)].edit(), CURPJ, PJCOL[scheme]);
+    const int faces = recolour(shown_slot().edit(), CURPJ, PJCOL[scheme]);
     if (faces == 0) return say("No face of a group: nothing recoloured");
     say(std::to_string(faces) + (faces == 1 ? " face recoloured" : " faces recoloured"));
 }

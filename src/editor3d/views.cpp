@@ -41,7 +41,7 @@ static_assert(triangle_last_column == screen_width - 1 && triangle_last_row == s
 
 constexpr int origin_radius = 2;
 
-const SHAPEMODEL& shown_model() { return *CAR[static_cast<std::size_t>(CURMODEL)]; }
+const SHAPEMODEL& shown_model() { return *shown_slot(); }
 
 ViewMapping mapping_of(const WINDOW3D& view) {
     return {static_cast<double>(view.origin_x), static_cast<double>(view.origin_y), view.zoom};

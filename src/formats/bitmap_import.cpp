@@ -130,7 +130,7 @@ void replace_bitmap(const std::string& id, const Image& picture, Pixels pixels) 
 }
 
 std::string told(const std::string& id, const std::string& path, std::size_t foreign) {
-    const std::string text = "Imported " + id + " from " + path;
+    std::string text = "Imported " + id + " from " + path;
     if (foreign == 0) return text;
     return text + ", " + std::to_string(foreign) + (foreign == 1 ? " colour" : " colours") + " not in the palette";
 }

@@ -11,6 +11,8 @@ VISUALMODEL VCAR;
 std::int8_t CURMODEL = 0;
 std::uint8_t CURPJ = 0;
 
+Shared<SHAPEMODEL>& shown_slot() { return CAR[static_cast<std::uint8_t>(CURMODEL)]; }
+
 std::string slot_label(int slot) {
     constexpr int first_auxiliary = 3;
     constexpr std::array<const char*, first_auxiliary> names = {"Showroom", "Game", "Intro"};

@@ -34,6 +34,9 @@ extern VISUALMODEL VCAR;
 extern std::int8_t CURMODEL; // 0 .. 4
 extern std::uint8_t CURPJ;   // 0 .. PAINTJOBS - 1
 
+// The slot CURMODEL.
+Shared<SHAPEMODEL>& shown_slot();
+
 // What a slot is called on the screen: "Showroom", "Game", "Intro", "Aux 1", "Aux 2".
 std::string slot_label(int slot);
 

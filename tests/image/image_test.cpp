@@ -30,6 +30,16 @@ TEST(ImageBuffer, RefusesSidesAndDepthsThatCannotBe) {
     EXPECT_NE(create_image(32767, 1, 7, 8), nullptr);
 }
 
+TEST(ImageBuffer, OneThatIsAboutToBeSetHasItsSizeAndRefusesTheSame) {
+    const auto image = create_unset_image(5, 3, 16);
+    EXPECT_EQ(image->bytes_per_pixel(), 2);
+    EXPECT_EQ(image->pitch(), 10u);
+    EXPECT_EQ(image->bytes().size(), 30u);
+    EXPECT_EQ(create_unset_image(0, 3, 16), nullptr);
+    EXPECT_EQ(create_unset_image(5, 32768, 16), nullptr);
+    EXPECT_EQ(create_unset_image(5, 3, 24), nullptr);
+}
+
 TEST(ImageBuffer, RowsArePaddedOnlyWhenAsked) {
     EXPECT_EQ(create_image(5, 2, 1, 8)->pitch(), 5u);
     const auto padded = create_image(5, 3, 9, 8, 16);

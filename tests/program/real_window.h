@@ -15,7 +15,8 @@
 
 #include <sys/types.h>
 
-struct _XDisplay; // Xlib's own name; its header's macros collide with those of the test library
+// Xlib's own name; its header's macros collide with those of the test library.
+struct _XDisplay; // NOLINT(bugprone-reserved-identifier)
 
 using Milliseconds = std::chrono::milliseconds;
 
