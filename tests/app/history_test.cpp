@@ -24,7 +24,7 @@ protected:
         change();
         const CarDocument after = DOCUMENT;
         history.note(DOCUMENT, "", 0);
-        const std::string undone = history.undo(DOCUMENT);
+        std::string undone = history.undo(DOCUMENT);
         EXPECT_EQ(DOCUMENT, before);
         EXPECT_EQ(history.redo(DOCUMENT), undone);
         EXPECT_EQ(DOCUMENT, after);

@@ -9,8 +9,6 @@
 
 #include <filesystem>
 
-using testing::IsEmpty;
-
 namespace {
 
 // Places of a test's own for everything that the configuration is looked for in; the current directory is one of them.

@@ -22,7 +22,7 @@ using Corner = std::array<long, 3>;
 struct Polygon {
     std::string material;
     std::vector<Corner> corners;
-    auto operator<=>(const Polygon&) const = default;
+    auto operator<=>(const Polygon&) const = default; // NOLINT(modernize-use-nullptr): the zero is the compiler's own
 };
 using Polygons = std::vector<Polygon>;
 
