@@ -16,6 +16,25 @@ protected:
         start();
     }
 
+    // Into the File field, whatever is there.
+    void enter(const std::string& name) {
+        window->key("Home");
+        for (int i = 0; i < 12; ++i)
+            window->key("Delete");
+        window->type(name);
+        ASSERT_TRUE(file_field_becomes(name));
+    }
+    void load(const std::string& name) {
+        enter(name);
+        window->key("l", {"Control_L"});
+        ASSERT_TRUE(window->wait_for_text(650, 150, "Loaded " + name, colour::success));
+    }
+    void save(const std::string& name) {
+        enter(name);
+        window->key("s", {"Control_L"});
+        ASSERT_TRUE(window->wait_for_text(650, 150, "Saved " + name, colour::success));
+    }
+
     std::vector<char> content_of(const std::string& name) const {
         std::ifstream file(folder / name, std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
@@ -57,4 +76,13 @@ TEST_F(Cars, TheButtonsDoTheSame) {
     window->click(840, 85);
     EXPECT_TRUE(window->wait_for_text(650, 150, "Saved velx", colour::success));
     expect_same_car("velx", "vela");
+}
+
+TEST_F(Cars, AProjectHoldsTheWholeCar) {
+    load("brux");
+    save("brux.car");
+    load("vela");
+    load("brux.car");
+    save("xrux");
+    expect_same_car("xrux", "brux");
 }

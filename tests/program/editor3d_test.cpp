@@ -6,6 +6,7 @@
 #include "base/reset.h"
 #include "editor3d/views.h"
 #include "formats/material_file.h"
+#include "formats/obj_file.h"
 #include "formats/parameter_file.h"
 #include "formats/shape_file.h"
 #include "model/car.h"
@@ -56,10 +57,10 @@ protected:
         EXPECT_FALSE(content_of("stxrux.3sh") == content_of("stbrux.3sh"));
     }
 
-    // The shaded view as it is drawn here.
-    bool view_becomes() const {
-        UPDATE3DWINDOW(view_3d);
-        const WINDOW3D& view = W3D[view_3d];
+    // A view as it is drawn here.
+    bool view_becomes(int number = view_3d) const {
+        UPDATE3DWINDOW(static_cast<std::uint8_t>(number));
+        const WINDOW3D& view = W3D[number];
         const Rectangle inside{view.left + 2, view.top + 8, view.right - 2, view.bottom - 2};
         return wait_until([&] { return window->shows_picture(screen().image(), inside); });
     }
@@ -123,10 +124,42 @@ TEST_F(Editor3d, ArrowsOverTheShadedViewAndOverNoneTurnIt) {
 }
 
 TEST_F(Editor3d, TheWheelZoomsTheViewUnderThePointer) {
-    point_at(4);
-    window->wheel(in_view[4].first, in_view[4].second, 3);
-    W3D[view_3d].zoom = 60 * 1.1 * 1.1 * 1.1;
-    EXPECT_TRUE(view_becomes());
+    for (int view = 1; view <= views; ++view) {
+        const auto [x, y] = in_view[static_cast<std::size_t>(view)];
+        window->move(x, y);
+        window->wheel(x, y, view);
+        W3D[view].zoom *= std::pow(1.1, view);
+        EXPECT_TRUE(view_becomes(view)) << view;
+    }
+}
+
+TEST_F(Editor3d, EnterOpensThePanelOverTheShadedViewOnly) {
+    for (const int view : {0, 1, 2, 3}) {
+        point_at(view);
+        window->key("Return");
+    }
+    window->type("*"); // an open panel would take it
+    EXPECT_TRUE(panel_becomes(160, "0.2m"));
+}
+
+TEST_F(Editor3d, ABodyGoesOutAsObjAndComesBackIntoTheSlotThatIsShown) {
+    choose_slot("2", "Game");
+    go_to(0, "= FILES =");
+    type_identifier("body.obj");
+    window->key("s", {"Control_L"});
+    ASSERT_TRUE(window->wait_for_text(650, 150, "Saved body.obj", colour::success));
+    SAVEOBJ(folder / "expected.obj", 1);
+    EXPECT_EQ(content_of("body.obj"), content_of("expected.obj"));
+
+    go_to(1, "= 3D EDITOR =");
+    choose_slot("3", "Intro");
+    go_to(0, "= FILES =");
+    type_identifier("body.obj");
+    window->key("l", {"Control_L"});
+    ASSERT_TRUE(window->wait_for_text(650, 150, "Loaded body.obj", colour::success));
+    LOADOBJ(folder / "expected.obj", 2);
+    go_to(1, "= 3D EDITOR =");
+    expect_same_car_saved();
 }
 
 TEST_F(Editor3d, SlotsPaintJobsModesAndSnapsAreInThePanel) {
