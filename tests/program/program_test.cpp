@@ -30,17 +30,19 @@ void ProgramTest::TearDown() {
     std::filesystem::remove_all(folder, ignored);
 }
 
-void ProgramTest::start_with(const std::map<std::string, std::string>& environment) {
-    program = std::make_unique<StartedProgram>(KAROSMIT_PROGRAM, folder.string(), environment);
+void ProgramTest::start_with(const std::map<std::string, std::string>& environment,
+                             const std::vector<std::string>& arguments) {
+    program = std::make_unique<StartedProgram>(KAROSMIT_PROGRAM, folder.string(), environment, arguments);
 }
 
-void ProgramTest::start(const std::map<std::string, std::string>& environment) {
+void ProgramTest::start(const std::map<std::string, std::string>& environment,
+                        const std::vector<std::string>& arguments) {
     std::map<std::string, std::string> whole = {{"DISPLAY", display->name()}, {"WAYLAND_DISPLAY", ""},
                                                 {"SDL_VIDEODRIVER", ""},      {"XMODIFIERS", ""},
                                                 {"XCOMPOSEFILE", ""},         {"HOME", folder.string()}};
     for (const auto& [name, value] : environment)
         whole[name] = value;
-    start_with(whole);
+    start_with(whole, arguments);
     window = std::make_unique<RealWindow>(display->name());
     if (!window->find("karosmit")) throw std::runtime_error("no window appeared: " + program->error_output());
     if (!screen_becomes("= FILES =")) throw std::runtime_error("no Files screen appeared");

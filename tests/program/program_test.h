@@ -13,6 +13,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 class ProgramTest : public testing::Test {
 protected:
@@ -23,9 +24,11 @@ protected:
     void TearDown() override;
 
     // Starts the editor, with further environment variables, and waits for the Files screen. Throws when none appears.
-    void start(const std::map<std::string, std::string>& environment = {});
+    void start(const std::map<std::string, std::string>& environment = {},
+               const std::vector<std::string>& arguments = {});
     // Starts it with other environment variables; does not wait.
-    void start_with(const std::map<std::string, std::string>& environment);
+    void start_with(const std::map<std::string, std::string>& environment,
+                    const std::vector<std::string>& arguments = {});
 
     // In the File field of the Files screen.
     bool file_field_becomes(const std::string& text) const;

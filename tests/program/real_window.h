@@ -28,7 +28,8 @@ class StartedProgram {
 public:
     // `environment` is added to this process's; an empty value takes the variable away.
     StartedProgram(const std::string& program, const std::string& folder,
-                   const std::map<std::string, std::string>& environment);
+                   const std::map<std::string, std::string>& environment,
+                   const std::vector<std::string>& arguments = {});
     ~StartedProgram(); // kills it when it still runs
     StartedProgram(const StartedProgram&) = delete;
     StartedProgram& operator=(const StartedProgram&) = delete;
@@ -38,6 +39,7 @@ public:
     // The exit status; none when the program still runs after that time, or was killed.
     std::optional<int> wait_for_end(Milliseconds at_most = Milliseconds{10000});
     std::string error_output() const;
+    std::string output() const;
     // Processor time that its threads have used so far, in seconds.
     double processor_time() const;
     // How often its threads have gone to sleep so far, which is how often they woke up.
@@ -48,7 +50,7 @@ private:
     std::vector<std::filesystem::path> threads() const;
 
     pid_t id_ = -1;
-    std::string error_file_;
+    std::string output_file_, error_file_;
     std::optional<int> status_; // as waitpid gives it
 };
 
@@ -89,6 +91,10 @@ public:
     void click(int x, int y, unsigned button = 1);
     void wheel(int x, int y, int notches); // positive away from the person
     void drag(const std::vector<std::pair<int, int>>& path);
+
+    // Lets a file or directory go over the window, as a file manager does (the XDND protocol). False when the window
+    // does not take it.
+    bool drop(const std::string& path);
 
     // A key by its X name: "Escape", "Tab", "a". The held ones go down before and up after it: "Control_L".
     void key(const std::string& name, const std::vector<std::string>& held = {});

@@ -31,26 +31,37 @@ void set_environment(const std::map<std::string, std::string>& environment) {
     }
 }
 
-[[noreturn]] void become(const std::string& program, const std::string& folder, const std::string& error_file,
-                         const std::map<std::string, std::string>& environment) {
+void put_into_file(int descriptor, const std::string& name) {
+    dup2(open(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600), descriptor);
+}
+
+[[noreturn]] void become(const std::string& program, const std::string& folder,
+                         const std::map<std::string, std::string>& environment, std::vector<std::string> arguments) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
-    const int errors = open(error_file.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    dup2(errors, STDERR_FILENO);
     // Of use to a program built with the sanitizers only.
     setenv("LSAN_OPTIONS", "suppressions=" LIBRARY_LEAKS ":print_suppressions=0", 1);
     set_environment(environment);
     if (chdir(folder.c_str()) != 0) _exit(126);
-    execl(program.c_str(), program.c_str(), static_cast<char*>(nullptr));
+    arguments.insert(arguments.begin(), program);
+    std::vector<char*> words;
+    for (std::string& argument : arguments)
+        words.push_back(argument.data());
+    words.push_back(nullptr);
+    execv(program.c_str(), words.data());
     _exit(127);
 }
 
 } // namespace
 
 StartedProgram::StartedProgram(const std::string& program, const std::string& folder,
-                               const std::map<std::string, std::string>& environment)
-    : error_file_(folder + "/.standard_error") {
+                               const std::map<std::string, std::string>& environment,
+                               const std::vector<std::string>& arguments)
+    : output_file_(folder + "/.standard_output"), error_file_(folder + "/.standard_error") {
     id_ = fork();
-    if (id_ == 0) become(program, folder, error_file_, environment);
+    if (id_ != 0) return;
+    put_into_file(STDOUT_FILENO, output_file_);
+    put_into_file(STDERR_FILENO, error_file_);
+    become(program, folder, environment, arguments);
 }
 
 StartedProgram::~StartedProgram() {
@@ -72,10 +83,15 @@ std::optional<int> StartedProgram::wait_for_end(Milliseconds at_most) {
     return WEXITSTATUS(*status_);
 }
 
-std::string StartedProgram::error_output() const {
-    std::ifstream file(error_file_);
+namespace {
+std::string content_of(const std::string& name) {
+    std::ifstream file(name);
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
+} // namespace
+
+std::string StartedProgram::error_output() const { return content_of(error_file_); }
+std::string StartedProgram::output() const { return content_of(output_file_); }
 
 std::vector<std::filesystem::path> StartedProgram::threads() const {
     const std::filesystem::directory_iterator all("/proc/" + std::to_string(id_) + "/task");

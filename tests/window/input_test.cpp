@@ -539,6 +539,7 @@ TEST_F(InputTest, WhatTheProgramDoesForThePersonIsReadBehindWhatIsUnread) {
     do_next(click(30, 40).events);
     EXPECT_EQ(read_input().key, "a");
     EXPECT_EQ(read_input().key, "x");
+    EXPECT_EQ(read_input().mouse, (MouseState{30, 40, 0, 0}));
     EXPECT_EQ(read_input().mouse, (MouseState{30, 40, 0, 1}));
     EXPECT_EQ(read_input().mouse, (MouseState{30, 40, 0, 0}));
 }
