@@ -207,8 +207,7 @@ void tell(const std::string& message) {
 // What was saved, and the game will not take.
 void tell_checks(const std::string& note) {
     const std::size_t failed = serious_findings(check_car(DOCUMENT));
-    if (failed > 0)
-        tell((note.empty() ? "" : note + "; ") + counted(failed, "check", "checks") + " failed, F2");
+    if (failed > 0) tell((note.empty() ? "" : note + "; ") + counted(failed, "check", "checks") + " failed, F2");
 }
 
 void run_transfer(FileScreen& state, Transfer direction) {

@@ -10,6 +10,11 @@ namespace {
 
 class FileScreenStripTest : public FileScreenTest {
 protected:
+    // A save has nothing to say of the checks.
+    void SetUp() override {
+        FileScreenTest::SetUp();
+        DOCUMENT = faultless_car();
+    }
     void TearDown() override {
         reset_strip();
         FileScreenTest::TearDown();
@@ -80,7 +85,6 @@ TEST_F(FileScreenStripTest, SaysWhyASaveWasRefused) {
 }
 
 TEST_F(FileScreenStripTest, IsSilentWhereTheStatusSaysAll) {
-    DOCUMENT = faultless_car();
     visit({typed("abcd"), ctrl_key(Key::s), says(""), ctrl_key(Key::l), says(""), typed(".txt"), ctrl_key(Key::l),
            says(""), ctrl_key(Key::u), typed("none.res"), ctrl_key(Key::l), says("")});
 }
@@ -114,7 +118,6 @@ TEST_F(FileScreenStripTest, ANameThatIsNoUtf8IsShownAsTheGamesCharacters) {
 }
 
 TEST_F(FileScreenStripTest, SaysAfterASaveHowManySeriousChecksFailed) {
-    DOCUMENT = faultless_car();
     CARNAME = std::string(30, 'n'); // not serious
     visit({typed("abcd"), ctrl_key(Key::s), says(""), look([] { PAR[0] = std::byte{0}; }), ctrl_key(Key::s),
            says("1 check failed, F2"), look([] {
@@ -125,7 +128,6 @@ TEST_F(FileScreenStripTest, SaysAfterASaveHowManySeriousChecksFailed) {
 }
 
 TEST_F(FileScreenStripTest, SaysBothWhatWasLeftOutAndThatChecksFailed) {
-    DOCUMENT = faultless_car();
     CAR[0].edit().prims[4].vertex[1] = 500;
     visit(
         {typed("a.obj"), ctrl_key(Key::s), says("1 polygon left out: its vertices are not there; 1 check failed, F2")});
