@@ -1,6 +1,7 @@
 // The editor's entry: the command line, a window of SDL, the program behind it.
 
 #include "app/command_line.h"
+#include "app/garage.h"
 #include "app/program.h"
 #include "base/config.h"
 #include "window/backend.h"
@@ -31,6 +32,18 @@ int run(const std::string& invocation_path, const std::string& path) {
     return 0;
 }
 
+// A path as it was meant in this directory, for use in another one.
+std::string absolute(const std::string& path) {
+    return path.empty() || path.starts_with('/') ? path : current_directory() + "/" + path;
+}
+
+int run_in_garage(const std::string& invocation_path, const std::string& path) {
+    const std::string program = absolute(invocation_path), file = absolute(path);
+    if (const std::string failure = enter_garage(program_directory(program) + "garage"); !failure.empty())
+        std::fprintf(stderr, "karosmit: %s\n", failure.c_str());
+    return run(program, file);
+}
+
 } // namespace
 
 int main(int argument_count, char** arguments) {
@@ -45,5 +58,5 @@ int main(int argument_count, char** arguments) {
         std::fputs(line.answer->c_str(), stdout);
         return 0;
     }
-    return run(words.empty() ? std::string() : words.front(), line.path);
+    return (line.garage ? run_in_garage : run)(words.empty() ? std::string() : words.front(), line.path);
 }

@@ -103,6 +103,7 @@ void recolour_with(int scheme) {
 
 void PJSELECTION() {
     draw_panel();
+    if (PJCOLS == 0) say("No schemes: they come from pjobs.cfg where the program is started");
     PaintJobPanel panel;
     panel.hovered = scheme_at(mouse().at());
     if (wait_for_release())

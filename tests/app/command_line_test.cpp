@@ -11,7 +11,13 @@ CommandLine read(const std::vector<std::string>& arguments) { return read_comman
 TEST(CommandLine, WithoutArgumentsNothingIsAsked) {
     const CommandLine line = read({});
     EXPECT_EQ(line.path, "");
-    EXPECT_FALSE(line.answer || line.error);
+    EXPECT_FALSE(line.answer || line.error || line.garage);
+}
+
+TEST(CommandLine, TheGarageIsEnteredWhenAsked) {
+    EXPECT_TRUE(read({"--garage"}).garage);
+    EXPECT_EQ(read({"--garage", "a.car"}).path, "a.car");
+    EXPECT_FALSE(read({"--", "--garage"}).garage);
 }
 
 TEST(CommandLine, OneFileOrDirectoryIsTaken) {
@@ -23,7 +29,7 @@ TEST(CommandLine, OneFileOrDirectoryIsTaken) {
 }
 
 TEST(CommandLine, HelpAndVersionAreAnswered) {
-    EXPECT_THAT(*read({"--help"}).answer, testing::HasSubstr("Usage: karosmit [FILE | DIRECTORY]"));
+    EXPECT_THAT(*read({"--help"}).answer, testing::HasSubstr("Usage: karosmit [--garage] [FILE | DIRECTORY]"));
     EXPECT_EQ(*read({"--version"}).answer, "Karosmit 1.0.4\n");
     EXPECT_TRUE(read({"a", "--help"}).answer);
 }

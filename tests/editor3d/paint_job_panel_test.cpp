@@ -210,6 +210,14 @@ TEST_F(PaintJobPanelTest, WithoutSchemesThereIsNothingToChoose) {
     EXPECT_TRUE(DOCUMENT == before);
 }
 
+TEST_F(PaintJobPanelTest, WithoutSchemesTheStripTellsWhereTheyComeFrom) {
+    play_panel({key_press(Key::escape)});
+    EXPECT_EQ(said(), "");
+    PJCOLS = 0;
+    play_panel({key_press(Key::escape)});
+    EXPECT_THAT(said(), testing::HasSubstr("pjobs.cfg"));
+}
+
 TEST_F(PaintJobPanelTest, ThirtyTwoSchemesHaveRoom) {
     PJCOLS = 32;
     PJCOL[32] = {1, 2, 3, 4};

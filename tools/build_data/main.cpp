@@ -1,10 +1,11 @@
 // build_data SOURCES TARGET: makes the program's data files from the editable sources, with the program's own writers.
 //
-// TARGET receives vortag.col, material.dat, images.tga, icon.tga and default.vsh, and the folder garage with the sample
-// cars, the colour schemes and what is there to be imported.
+// TARGET receives vortag.col, material.dat, images.tga, icon.tga and default.vsh, the folder icons with the window's
+// icon in all sizes, and the folder garage with the sample cars, the colour schemes and what is there to be imported.
 
 #include "car_source.h"
 #include "cockpit.h"
+#include "icon.h"
 #include "model/document.h"
 #include "source.h"
 
@@ -16,6 +17,7 @@
 #include "formats/palette_file.h"
 #include "formats/parameter_file.h"
 #include "formats/shape_file.h"
+#include "image/picture_file.h"
 #include "image/tga.h"
 #include "params/parameter_table.h"
 
@@ -67,7 +69,12 @@ void build_icons(const fs::path& sources, const fs::path& target) {
         x += icon_size;
     }
     write(target / "images.tga", encode_targa_32(*bar));
-    write(target / "icon.tga", encode_targa_32(*read_png(sources / "icons" / "window.png")));
+    const ImageHandle window = read_png(sources / "icons" / "window.png");
+    write(target / "icon.tga", encode_targa_32(*window));
+    fs::create_directories(target / "icons");
+    for (const int size : {16, 24, 32, 48, 64, 128, 256, 512})
+        write(target / "icons" / (std::to_string(size) + ".png"),
+              encode_png(*scaled_icon(*window, size), true).value());
 }
 
 void build_car(const fs::path& sources, const std::string& id, const fs::path& garage) {
