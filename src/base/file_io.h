@@ -2,12 +2,14 @@
 #pragma once
 
 #include "base/byte_writer.h"
+#include "base/file_attributes.h"
 #include "base/file_status.h"
 
 #include <cstddef>
 #include <optional>
 #include <span>
 #include <string>
+#include <vector>
 
 // The most that is read of any file but a picture. The largest are archives: 100 bitmaps of a whole canvas are 6.4
 // million bytes, the tables of 65,535 entries half a million.
@@ -56,14 +58,35 @@ enum class SaveOutcome {
 // to an unnamed file in the same directory, are flushed, and take the name over in one step. Mode, owner and extended
 // attributes of an old file are kept where the system allows, a symbolic link is followed and stays a link. Anything
 // but `saved` leaves what was there untouched, and `reason` then says why, in the system's words. A file that may be
-// written in a folder that may not is refused: written in place, it could be lost. A file system without unnamed files
-// gets a named one, ".karosmit-save-" with the number of the process and of the call; a program that is killed in
-// between may leave it behind.
+// written in a folder that may not is refused: written in place, it could be lost. A program that is killed in between
+// may leave a file with a temporary name behind (temporary_name.h); the next save into that folder removes it.
 SaveOutcome save_file(const std::string& path, std::span<const std::byte> content, std::string* reason = nullptr);
 
-// The same, reported in the file-status record: begins with the name, ends with success, "Invalid file name" (also
-// where the user may not write, which the outcome remarks) or "Write error" with the reason.
-FileOutcome save_and_report(const std::string& path, std::span<const std::byte> content);
+struct FileToSave {
+    std::string path;
+    std::span<const std::byte> content;
+    Readers readers = Readers::as_the_mask_says; // of a file that is new
+};
+struct SaveResult {
+    SaveOutcome outcome = SaveOutcome::saved;
+    std::string reason{};
+};
+// Saves files that belong together, with a result for each: all are written and flushed beside their targets before the
+// first takes its name. One that cannot be created does not stop the others; one that cannot be written to its end
+// leaves all as they were.
+std::vector<SaveResult> save_files(std::span<const FileToSave> files);
+
+// The bytes of a file, and whether they say less than what they were made of.
+struct EncodedFile {
+    Bytes bytes;
+    bool cut = false;
+};
+// How a save ended, in the file-status record: begins with the name, ends with success, "Invalid file name" (also
+// where the user may not write, which the outcome remarks) or "Write error" with the reason, or "Too large, cut to
+// fit".
+FileOutcome report_save(const std::string& path, const SaveResult& result, bool cut);
+// Saves the one file, and reports it.
+FileOutcome save_and_report(const std::string& path, const EncodedFile& file);
 // read_file, reported in the file-status record: begins with the name; "File not found" when there is nothing, "Read
 // error" with the reason when it cannot be read, "Too large, cut to fit" when it is longer than the limit; what it has
 // within the limit is given all the same.

@@ -1,18 +1,18 @@
 // Saving whole files.
 #include "base/descriptor.h"
+#include "base/file_attributes.h"
 #include "base/file_io.h"
 #include "base/file_status.h"
+#include "base/temporary_name.h"
 
-#include <atomic>
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
-#include <cstring>
 #include <fcntl.h>
-#include <functional>
+#include <set>
 #include <string>
 #include <sys/stat.h>
-#include <sys/xattr.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
@@ -21,11 +21,6 @@
 namespace {
 
 constexpr int most_links = 40;
-
-struct SaveResult {
-    SaveOutcome outcome = SaveOutcome::saved;
-    std::string reason{};
-};
 
 std::string in_words(int error) { return std::generic_category().message(error); }
 
@@ -96,152 +91,156 @@ int obstacle_at(const std::string& target) {
     return ::access(target.c_str(), W_OK) == 0 ? 0 : errno;
 }
 
-constexpr int most_temporary_names = 1000;
-
-// Takes a temporary name in the target's directory by `take`, which creates something under a name that must be free
-// and otherwise fails with EEXIST. No two calls of one process use the same name, and no two processes; what a killed
-// process of the same number left behind is passed over, never removed. Empty when none could be had, errno says why.
-std::string take_temporary_name(const std::string& directory, const std::function<bool(const std::string&)>& take) {
-    static std::atomic<unsigned> calls = 0;
-    const std::string start = directory + "/.karosmit-save-" + std::to_string(::getpid()) + "-";
-    for (int attempt = 0; attempt < most_temporary_names; ++attempt) {
-        std::string name = start + std::to_string(++calls);
-        if (take(name)) return name;
-        if (errno != EEXIST) break;
-    }
-    return {};
-}
-
-// The temporary file becomes the target. A temporary file that cannot is removed; errno says why it cannot.
-bool replace(const std::string& temporary, const std::string& target) {
-    if (::rename(temporary.c_str(), target.c_str()) == 0) return true;
-    const int error = errno;
-    ::unlink(temporary.c_str());
-    errno = error;
-    return false;
-}
-
-// Gives the unnamed file its name, by way of a temporary name beside it: a name cannot be given over an old one
-// directly.
-bool take_name(int unnamed, const std::string& directory, const std::string& target) {
-    const std::string self = "/proc/self/fd/" + std::to_string(unnamed);
-    const std::string temporary = take_temporary_name(directory, [&](const std::string& name) {
-        return ::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
-    });
-    return !temporary.empty() && replace(temporary, target);
-}
-
 void flush_directory(const std::string& directory) {
     const Descriptor handle(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (handle.open()) ::fsync(handle.number());
 }
 
-// What the user's mask leaves of the usual mode.
-mode_t mode_of_new_files() {
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return 0666 & ~mask;
-}
+// One file that lies ready beside its target, under a temporary name. It goes with this, unless it took its target's.
+class ReadyFile {
+public:
+    explicit ReadyFile(const FileToSave& file);
+    ~ReadyFile() { remove(); }
+    ReadyFile(ReadyFile&& other) noexcept
+        : target_(std::move(other.target_)), directory_(std::move(other.directory_)), file_(std::move(other.file_)),
+          earlier_(std::move(other.earlier_)), temporary_(std::exchange(other.temporary_, {})),
+          result_(std::move(other.result_)) {}
+    ReadyFile& operator=(ReadyFile&&) = delete;
 
-// Whether the file got this owner; where only the superuser may give that, it has the group at least.
-bool give_owner(int descriptor, const struct stat& old) {
-    if (::fchown(descriptor, old.st_uid, old.st_gid) == 0) return true;
-    [[maybe_unused]] const int group_given = ::fchown(descriptor, static_cast<uid_t>(-1), old.st_gid);
-    struct stat now {};
-    return ::fstat(descriptor, &now) == 0 && now.st_uid == old.st_uid;
-}
+    const SaveResult& result() const { return result_; }
+    const std::string& directory() const { return directory_; }
+    void take_its_name();
+    void give_up(const std::string& reason);
 
-void copy_extended_attribute(const std::string& from, int to, const char* name) {
-    const ssize_t length = ::getxattr(from.c_str(), name, nullptr, 0);
-    if (length < 0) return;
-    std::vector<char> value(static_cast<std::size_t>(length));
-    if (::getxattr(from.c_str(), name, value.data(), value.size()) != length) return;
-    [[maybe_unused]] const int set = ::fsetxattr(to, name, value.data(), value.size(), 0);
-}
+private:
+    bool make_unnamed(const FileToSave& file);
+    void make_named(const FileToSave& file);
+    bool finish(const FileToSave& file);
+    void remove();
 
-void copy_extended_attributes(const std::string& from, int to) {
-    const ssize_t length = ::listxattr(from.c_str(), nullptr, 0);
-    if (length <= 0) return;
-    std::vector<char> names(static_cast<std::size_t>(length) + 1); // each ends with a zero, and so does the last
-    const ssize_t listed = ::listxattr(from.c_str(), names.data(), names.size() - 1);
-    for (ssize_t at = 0; at < listed; at += static_cast<ssize_t>(std::strlen(&names[static_cast<std::size_t>(at)])) + 1)
-        copy_extended_attribute(from, to, &names[static_cast<std::size_t>(at)]);
-}
+    std::string target_, directory_;
+    Descriptor file_;    // locked: as long as it is open, its maker lives
+    Descriptor earlier_; // what the target's name stands for
+    std::string temporary_;
+    SaveResult result_;
+};
 
-// Mode, owner and extended attributes of the file that is replaced, as far as the system allows: one that refuses them
-// still holds the bytes. The right to act as the owner does not pass to another one.
-void keep_attributes(int descriptor, const std::string& target) {
-    struct stat old {};
-    if (::stat(target.c_str(), &old) != 0) {
-        ::fchmod(descriptor, mode_of_new_files());
+ReadyFile::ReadyFile(const FileToSave& file) {
+    Target target = behind_links(file.path);
+    const int error = target.error != 0 ? target.error : obstacle_at(target.path);
+    if (error != 0) {
+        result_ = refused(error, in_words(error));
         return;
     }
-    const bool same_owner = give_owner(descriptor, old);
-    copy_extended_attributes(target, descriptor);
-    ::fchmod(descriptor, old.st_mode & (same_owner ? 07777 : 01777));
+    target_ = std::move(target.path);
+    directory_ = directory_of(target_);
+    remove_left_temporaries(directory_);
+    // Held, so that its blocks are freed after all names were taken: that takes fifty times as long as taking them.
+    earlier_ = Descriptor(::open(target_.c_str(), O_PATH | O_CLOEXEC));
+    if (!make_unnamed(file)) make_named(file);
 }
 
-SaveResult finish(int descriptor, const std::string& target, std::span<const std::byte> content) {
-    if (!write_all(descriptor, content)) return write_failed(errno);
-    keep_attributes(descriptor, target);
-    return ::fsync(descriptor) == 0 ? SaveResult() : write_failed(errno);
+bool ReadyFile::finish(const FileToSave& file) {
+    const bool written = write_all(file_.number(), file.content);
+    if (written) take_attributes_of(target_, file_.number(), file.readers);
+    if (written && ::fsync(file_.number()) == 0) return true;
+    result_ = write_failed(errno);
+    return false;
 }
 
-// For file systems without unnamed files: a named one beside the target, removed when it cannot be finished.
-SaveResult save_by_named_file(const std::string& directory, const std::string& target,
-                              std::span<const std::byte> content) {
-    int number = -1;
-    const std::string temporary = take_temporary_name(directory, [&](const std::string& name) {
-        number = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-        return number >= 0;
+// Whether the file system could make an unnamed file in the directory. One that cannot name it afterwards (no /proc)
+// counts as one that could not make it. A name cannot be given over an old one directly: that takes a temporary one.
+bool ReadyFile::make_unnamed(const FileToSave& file) {
+    file_ = Descriptor(::open(directory_.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0600));
+    if (!file_.open()) return false;
+    if (!finish(file)) return true;
+    lock_temporary(file_.number());
+    const std::string self = "/proc/self/fd/" + std::to_string(file_.number());
+    temporary_ = take_temporary_name(directory_, [&](const std::string& name) {
+        return ::linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
     });
-    if (temporary.empty()) return refused(errno, folder_in_words(directory) + ": " + in_words(errno));
+    return !temporary_.empty();
+}
 
-    const Descriptor file(number);
-    SaveResult result = finish(file.number(), target, content);
-    if (result.outcome != SaveOutcome::saved) {
-        ::unlink(temporary.c_str());
-        return result;
+// For file systems without unnamed files.
+void ReadyFile::make_named(const FileToSave& file) {
+    temporary_ = take_temporary_name(directory_, [&](const std::string& name) {
+        file_ = Descriptor(::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+        return file_.open();
+    });
+    if (temporary_.empty()) {
+        result_ = refused(errno, folder_in_words(directory_) + ": " + in_words(errno));
+        return;
     }
-    return replace(temporary, target) ? SaveResult() : write_failed(errno);
+    lock_temporary(file_.number());
+    if (!finish(file)) remove();
 }
 
-// Whether the file system could make an unnamed file in the directory; `result` is then that of the saving. One that
-// cannot name it afterwards (no /proc) counts as one that could not make it.
-bool save_by_unnamed_file(const std::string& directory, const std::string& target, std::span<const std::byte> content,
-                          SaveResult& result) {
-    const Descriptor file(::open(directory.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0600));
-    if (!file.open()) return false;
-    result = finish(file.number(), target, content);
-    return result.outcome != SaveOutcome::saved || take_name(file.number(), directory, target);
+void ReadyFile::take_its_name() {
+    if (::rename(temporary_.c_str(), target_.c_str()) == 0)
+        temporary_.clear();
+    else
+        give_up(in_words(errno));
 }
 
-SaveResult save(const std::string& path, std::span<const std::byte> content) {
-    const Target target = behind_links(path);
-    if (target.error != 0) return refused(target.error, in_words(target.error));
-    if (const int error = obstacle_at(target.path); error != 0) return refused(error, in_words(error));
+void ReadyFile::give_up(const std::string& reason) {
+    result_ = {SaveOutcome::write_failed, reason};
+    remove();
+}
 
-    const std::string directory = directory_of(target.path);
-    SaveResult result;
-    if (!save_by_unnamed_file(directory, target.path, content, result))
-        result = save_by_named_file(directory, target.path, content);
-    if (result.outcome == SaveOutcome::saved) flush_directory(directory);
-    return result;
+void ReadyFile::remove() {
+    if (!temporary_.empty()) ::unlink(std::exchange(temporary_, {}).c_str());
+}
+
+bool could(const ReadyFile& file) { return file.result().outcome == SaveOutcome::saved; }
+bool failed_to_write(const ReadyFile& file) { return file.result().outcome == SaveOutcome::write_failed; }
+
+void take_names(std::vector<ReadyFile>& ready) {
+    for (ReadyFile& file : ready)
+        if (could(file)) file.take_its_name();
+    std::set<std::string> directories;
+    for (const ReadyFile& file : ready)
+        if (could(file)) directories.insert(file.directory());
+    for (const std::string& directory : directories)
+        flush_directory(directory);
+}
+
+void give_up_all(std::vector<ReadyFile>& ready, const std::string& reason) {
+    for (ReadyFile& file : ready)
+        if (could(file)) file.give_up(reason);
 }
 
 } // namespace
 
+std::vector<SaveResult> save_files(std::span<const FileToSave> files) {
+    std::vector<ReadyFile> ready;
+    ready.reserve(files.size());
+    for (const FileToSave& file : files)
+        ready.emplace_back(file);
+    const auto failed = std::ranges::find_if(ready, failed_to_write);
+    if (failed == ready.end())
+        take_names(ready);
+    else
+        give_up_all(ready, failed->result().reason);
+    std::vector<SaveResult> results;
+    for (const ReadyFile& file : ready)
+        results.push_back(file.result());
+    return results;
+}
+
 SaveOutcome save_file(const std::string& path, std::span<const std::byte> content, std::string* reason) {
-    SaveResult result = save(path, content);
+    const FileToSave file{path, content};
+    SaveResult result = std::move(save_files({&file, 1}).front());
     if (reason) *reason = std::move(result.reason);
     return result.outcome;
 }
 
-FileOutcome save_and_report(const std::string& path, std::span<const std::byte> content) {
+FileOutcome report_save(const std::string& path, const SaveResult& result, bool cut) {
     begin_file(path);
     FileOutcome outcome{path};
-    switch (save_file(path, content, &outcome.reason)) {
-    case SaveOutcome::saved: break;
+    outcome.reason = result.reason;
+    switch (result.outcome) {
+    case SaveOutcome::saved: outcome.code = cut ? file_status::cut_to_fit : file_status::success; break;
     case SaveOutcome::not_writable:
         outcome.code = file_status::invalid_name;
         outcome.remark = FileRemark::not_writable;
@@ -250,4 +249,9 @@ FileOutcome save_and_report(const std::string& path, std::span<const std::byte> 
     case SaveOutcome::write_failed: outcome.code = file_status::write_error; break;
     }
     return report_file(std::move(outcome));
+}
+
+FileOutcome save_and_report(const std::string& path, const EncodedFile& file) {
+    const FileToSave one{path, file.bytes};
+    return report_save(path, save_files({&one, 1}).front(), file.cut);
 }

@@ -32,10 +32,6 @@ bool is_dashboard_id(const std::string& id) {
     return is_id_of(BitmapSet::dashboard, id) || is_id_of(BitmapSet::dots_and_digits, id);
 }
 
-bool belongs_to(const BitmapRecord& bitmap, BitmapSet set) {
-    return has_pixel_buffer(bitmap) && is_id_of(set, bitmap.name);
-}
-
 bool has_room_for(const BitmapRecord& bitmap) {
     const int old = RBM(bitmap.name);
     if (old == 0 && BITMAPS == max_bitmaps) return false;
@@ -53,6 +49,10 @@ bool merge(BitmapRecord bitmap) {
     return true;
 }
 } // namespace
+
+bool belongs_to(const BitmapRecord& bitmap, BitmapSet set) {
+    return has_pixel_buffer(bitmap) && is_id_of(set, bitmap.name);
+}
 
 BitmapFile decode_bitmap_file(std::span<const std::byte> file) {
     BitmapFile result;
@@ -134,5 +134,5 @@ FileOutcome LOADVSH(const std::string& filename) {
 }
 
 FileOutcome SAVEVSH(const std::string& filename) {
-    return save_and_report(filename, encode_bitmap_file(bitmap_set_for(filename)));
+    return save_and_report(filename, {encode_bitmap_file(bitmap_set_for(filename))});
 }

@@ -35,6 +35,8 @@ enum class BitmapSet { dashboard, dots_and_digits };
 Bytes encode_bitmap_file(BitmapSet set);
 // Which set a path stands for: the dashboard when its file name begins with "stda" in any case.
 BitmapSet bitmap_set_for(std::string_view path);
+// Whether a file of this set takes the bitmap: it has its pixels and an id of the set.
+bool belongs_to(const BitmapRecord& bitmap, BitmapSet set);
 // "/id/id/.../": the ids of a set.
 std::string_view bitmap_set_ids(BitmapSet set);
 

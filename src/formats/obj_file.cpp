@@ -222,5 +222,5 @@ BodyLoaded LOADOBJ(const std::string& filename, int slot) {
 
 BodySaved SAVEOBJ(const std::string& filename, int slot) {
     const ObjExport result = export_obj(*CAR.at(static_cast<std::size_t>(slot)), CURPJ);
-    return {save_and_report(filename, result.file), result.left_out};
+    return {save_and_report(filename, {result.file}), result.left_out};
 }

@@ -85,6 +85,6 @@ FileOutcome LOADRES(const std::string& filename) {
     return report_file(outcome);
 }
 
-FileOutcome SAVERES(const std::string& filename) {
-    return save_and_report(filename, encode_parameter_file(current_car()));
-}
+EncodedFile parameter_file_of_car() { return {encode_parameter_file(current_car())}; }
+
+FileOutcome SAVERES(const std::string& filename) { return save_and_report(filename, parameter_file_of_car()); }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/byte_writer.h"
+#include "base/file_io.h"
 #include "base/file_status.h"
 #include "model/parameters.h"
 
@@ -37,6 +38,8 @@ Bytes encode_parameter_file(const ParameterFile& car);
 // that is missing or cannot be read reports "File not found" and changes nothing; a text that was cut reports "Too
 // large, cut to fit".
 FileOutcome LOADRES(const std::string& filename);
+// The file of the same globals.
+EncodedFile parameter_file_of_car();
 // Writes the four resources from the same globals. Reports "Invalid file name" or "Write error"; what was on the disk
 // then stays as it was.
 FileOutcome SAVERES(const std::string& filename);

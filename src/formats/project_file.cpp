@@ -140,19 +140,21 @@ Bytes encode_project_file(const ProjectFile& project) {
     return writer.take();
 }
 
-ProjectFile project_of_tables() {
+ProjectFile project_of(const CarDocument& car) {
     ProjectFile project;
-    project.name = CARNAME;
-    project.sign_name = CARSIGNNAME;
-    project.information = CARINFO;
-    project.par = PAR;
-    project.paint_jobs = PAINTJOBS;
-    std::ranges::copy(CAR, project.models.begin());
-    std::ranges::copy(CEXP, project.models.begin() + car_slots);
-    for (int i = 1; i <= BITMAPS; ++i)
-        project.bitmaps.push_back(BITMAP[i]);
+    project.name = car.name;
+    project.sign_name = car.sign_name;
+    project.information = car.information;
+    project.par = car.par;
+    project.paint_jobs = car.paint_jobs;
+    std::ranges::copy(car.models, project.models.begin());
+    std::ranges::copy(car.explosions, project.models.begin() + car_slots);
+    for (int i = 1; i <= car.bitmap_count; ++i)
+        project.bitmaps.push_back(car.bitmaps[i]);
     return project;
 }
+
+ProjectFile project_of_tables() { return project_of(DOCUMENT); }
 
 // ODDITY project-derives-nothing (kept): the title of the window, the Powergear class and the absolute positions of the
 // bitmaps are not derived from what was loaded, as they are after the loading of a car's files. Only the items are
@@ -186,7 +188,5 @@ FileOutcome LOADCAR(const std::string& filename) {
 
 FileOutcome SAVECAR(const std::string& filename) {
     const ProjectFile project = project_of_tables();
-    FileOutcome outcome = save_and_report(filename, encode_project_file(project));
-    if (outcome.succeeded() && !texts_fit(project)) outcome.code = file_status::cut_to_fit;
-    return report_file(outcome);
+    return save_and_report(filename, {encode_project_file(project), !texts_fit(project)});
 }

@@ -45,6 +45,7 @@ Bytes encode_project_file(const ProjectFile& project);
 
 // The car of the tables, and back. PAINTJOBS is then held within 1 .. 17, a CURPJ that is gone becomes 0, and the items
 // are bound to the bitmaps; the window's title, the Powergear class and the positions of the bitmaps stay as they come.
+ProjectFile project_of(const CarDocument& car);
 ProjectFile project_of_tables();
 void keep_project(ProjectFile project);
 

@@ -227,9 +227,9 @@ FileOutcome LOAD3SH(const std::string& filename, std::uint32_t mask) {
     return report_file(outcome);
 }
 
-FileOutcome SAVE3SH(const std::string& filename) {
+EncodedFile shape_file_of_car() {
     const auto shapes = shapes_of_tables();
-    FileOutcome outcome = save_and_report(filename, encode_shape_file(*shapes));
-    if (outcome.succeeded() && !shapes_fit_file(*shapes)) outcome.code = file_status::cut_to_fit;
-    return report_file(outcome);
+    return {encode_shape_file(*shapes), !shapes_fit_file(*shapes)};
 }
+
+FileOutcome SAVE3SH(const std::string& filename) { return save_and_report(filename, shape_file_of_car()); }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/byte_writer.h"
+#include "base/file_io.h"
 #include "base/file_status.h"
 #include "model/car.h"
 
@@ -54,6 +55,8 @@ void keep_shapes(const ShapeFile& shapes);
 // and a CURPJ that is gone becomes 0. "File not found" changes nothing; primitives with more than 17 materials report
 // "Too large, cut to fit".
 FileOutcome LOAD3SH(const std::string& filename, std::uint32_t mask);
+// The file of the same tables; cut when shapes_fit_file does not hold.
+EncodedFile shape_file_of_car();
 // Writes all seven models with PAINTJOBS paint jobs each. Reports "Invalid file name" or "Write error"; "Too large, cut
 // to fit" when the file is written but shapes_fit_file does not hold.
 FileOutcome SAVE3SH(const std::string& filename);

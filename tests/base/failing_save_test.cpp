@@ -144,7 +144,7 @@ int save_on_a_full_disk(FileSystem kind, const std::string& mount_point, const c
     if (!mount_disk(mount_point, disk) || !prepare(kind)) return not_allowed_here;
     const std::string path = mount_point + "/file";
     if (save_file(path, old_content) != SaveOutcome::saved) return disk_wrong;
-    save_and_report(path, too_much);
+    save_and_report(path, {too_much});
     const auto names = std::distance(fs::directory_iterator(mount_point), fs::directory_iterator());
     const bool right = FILE_ERNUM == file_status::write_error && FILE_ERROR == "Write error" &&
                        read_file(path) == old_content && names == 1;

@@ -232,7 +232,7 @@ TEST_F(FileIo, CannotReplaceAFileThatMayNotBeWritten) {
 
 TEST_F(FileIo, ReportsASuccessAndKeepsTheLastErrorText) {
     FILE_ERROR = "an earlier failure";
-    save_and_report(directory / "file", new_content);
+    save_and_report(directory / "file", {new_content});
     EXPECT_EQ(FILE_FILE, directory / "file");
     EXPECT_EQ(FILE_ERNUM, file_status::success);
     EXPECT_EQ(FILE_ERROR, "an earlier failure");
@@ -248,7 +248,7 @@ TEST_F(FileIo, ReportsFailuresUnderTheNameThatWasAsked) {
     EXPECT_EQ(FILE_ERNUM, file_status::not_found);
     EXPECT_EQ(FILE_ERROR, "File not found");
 
-    save_and_report(directory / "no/file", new_content);
+    save_and_report(directory / "no/file", {new_content});
     EXPECT_EQ(FILE_FILE, directory / "no/file");
     EXPECT_EQ(FILE_REASON, "Folder " + directory / "no" + ": No such file or directory");
     EXPECT_EQ(FILE_ERNUM, file_status::invalid_name);
@@ -267,9 +267,9 @@ TEST_F(FileIo, ReportsWhereTheUserMayNotWrite) {
                                                                           {"locked", "Permission denied"}};
                   for (const auto& [name, reason] : refusals) {
                       const FileOutcome expected{name, file_status::invalid_name, reason, FileRemark::not_writable};
-                      if (save_and_report(name, new_content) != expected) return 1;
+                      if (save_and_report(name, {new_content}) != expected) return 1;
                   }
-                  return save_and_report("/dev", new_content).remark == FileRemark::none ? 0 : 2;
+                  return save_and_report("/dev", {new_content}).remark == FileRemark::none ? 0 : 2;
               }),
               0);
     EXPECT_EQ(get_file("file"), old_content);
