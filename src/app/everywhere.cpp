@@ -1,6 +1,7 @@
 #include "app/everywhere.h"
 
 #include "app/check_page.h"
+#include "app/session.h"
 #include "widgets/key_page.h"
 #include "widgets/key_scope.h"
 #include "widgets/menu_bar.h"
@@ -25,7 +26,12 @@ constexpr EverywhereKey keys[] = {
 
 } // namespace
 
-KeyHelpTable everywhere_keys() { return key_help("On every screen:", keys); }
+KeyHelpTable everywhere_keys() {
+    KeyHelpTable help = key_help("On every screen:", keys);
+    const std::vector<KeyHelp> of_session = session_keys();
+    help.rows.insert(help.rows.end() - 1, of_session.begin(), of_session.end());
+    return help;
+}
 
 void load_dropped(const Input&) {
     CURMENU = screen_number::files;

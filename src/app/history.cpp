@@ -15,10 +15,10 @@ bool History::continues_run(std::string_view key, double time) const {
     return done_ > 0 && !run_key_.empty() && key == run_key_ && time - run_time_ <= run_seconds;
 }
 
-void History::note(const CarDocument& now, std::string_view key, double time) {
+bool History::note(const CarDocument& now, std::string_view key, double time) {
     if (now == last_) {
         last_.origin = now.origin;
-        return;
+        return false;
     }
     forget_redo();
     if (continues_run(key, time))
@@ -29,6 +29,7 @@ void History::note(const CarDocument& now, std::string_view key, double time) {
     run_key_ = is_cursor_key(key) ? std::string(key) : std::string();
     run_time_ = time;
     forget_oldest();
+    return true;
 }
 
 void History::push(const CarDocument& now) {

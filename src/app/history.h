@@ -19,8 +19,9 @@ public:
     explicit History(const CarDocument& start) : last_(start) {}
 
     // What was done since the last call, by an input at `time` (seconds) whose key was `key` ("" for the mouse),
-    // becomes a step if it changed the car. Not to be called while a button is down: a drag or stroke is one step.
-    void note(const CarDocument& now, std::string_view key, double time);
+    // becomes a step if it changed the car; whether it did. Not to be called while a button is down: a drag or stroke
+    // is one step.
+    bool note(const CarDocument& now, std::string_view key, double time);
 
     bool can_undo() const { return done_ > 0; }
     bool can_redo() const { return done_ < steps_.size(); }

@@ -3,11 +3,14 @@
 #include "app/command_line.h"
 #include "app/garage.h"
 #include "app/program.h"
+#include "app/session.h"
 #include "base/config.h"
+#include "base/table.h"
 #include "window/backend.h"
 #include "window/sdl_backend.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <span>
 #include <string>
 #include <vector>
@@ -25,6 +28,9 @@ int run(const std::string& invocation_path, const std::string& path) {
         std::fprintf(stderr, "karosmit: %s\n", error.c_str());
         return no_window;
     }
+    // Also when the window system goes away, which ends the program from within, or a table's guard does.
+    std::atexit(end_session);
+    set_rescue(end_session);
     start_with(path);
     run_screens();
     shut_down();

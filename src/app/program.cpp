@@ -2,6 +2,7 @@
 
 #include "app/everywhere.h"
 #include "app/screens.h"
+#include "app/session.h"
 #include "base/config.h"
 #include "base/random.h"
 #include "base/shell.h"
@@ -18,6 +19,7 @@
 #include "widgets/widgets.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -59,8 +61,11 @@ bool start_up(const std::string& invocation_path, std::string& error) {
     if (!open_window(error)) return false;
     fill_tables();
     read_data_files(invocation_path);
+    LoopHooks hooks = begin_session();
+    hooks.everywhere = act_everywhere;
+    hooks.dropped = load_dropped;
+    set_loop_hooks(std::move(hooks));
     draw_menu_bar();
-    set_loop_hooks({.everywhere = act_everywhere, .dropped = load_dropped});
     return true;
 }
 
@@ -96,6 +101,7 @@ void run_screens() {
 }
 
 void shut_down() {
+    end_session();
     MENUIMG.reset();
     for (int i = 1; i <= BITMAPS; ++i)
         BITMAP[i].pixels = {};

@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "base/utf8.h"
 #include "files/directory.h"
+#include "files/kept_work.h"
 #include "formats/resource_archive.h"
 
 #include <algorithm>
@@ -184,6 +185,18 @@ void UPDATEFILELIST(const std::string& mode) {
     for (const DirectoryEntry& entry : content.entries)
         add_directory_entry(entry, mode);
     sort_entries();
+}
+
+void list_kept_work() {
+    std::vector<LISTEDFILE> rows;
+    for (const KeptWork& work : offered_works())
+        rows.push_back({work.stem, shown_work(work), entry_kind::kept_work});
+    listable += static_cast<int>(rows.size());
+    for (int i = 1; i <= LFILES; ++i)
+        rows.push_back(std::move(LFILE[i]));
+    LFILES = static_cast<std::int16_t>(std::min<std::size_t>(rows.size(), max_listed_files));
+    for (int i = 1; i <= LFILES; ++i)
+        LFILE[i] = std::move(rows[static_cast<std::size_t>(i - 1)]);
 }
 
 namespace {

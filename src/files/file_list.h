@@ -11,11 +11,12 @@
 #include <string_view>
 
 namespace entry_kind {
-constexpr std::uint8_t file = 0, directory = 1, completed_link = 2, link = 3; // completed_link is reserved
+constexpr std::uint8_t file = 0, directory = 1, completed_link = 2, link = 3, // completed_link is reserved
+    kept_work = 4;
 }
 
 struct LISTEDFILE {
-    std::string name;  // what choosing it stands for: file name, directory, or a car's identifier
+    std::string name;  // what choosing it stands for: file name, directory, car's identifier, stem of kept work
     std::string shown; // in characters of the font
     std::uint8_t kind = entry_kind::file;
 };
@@ -35,6 +36,9 @@ inline const std::string cars_mode = "cars";
 // one that cannot be read is shown by its file name. Of a directory that cannot be read nothing but the links and ".."
 // is listed, and it is noted (file_status.h).
 void UPDATEFILELIST(const std::string& mode);
+
+// Puts the unsaved work that is offered before all of them.
+void list_kept_work();
 
 // Whether a file name passes a filter (not "cars").
 bool passes_filter(std::string_view file_name, std::string_view filter);

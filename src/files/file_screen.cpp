@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "files/dropped_path.h"
 #include "files/file_list.h"
+#include "files/kept_work.h"
 #include "files/list_view.h"
 #include "files/transfer.h"
 #include "model/check_car.h"
@@ -144,6 +145,7 @@ void draw_list_changes(FileScreen& state, Canvas& canvas) {
 // Reads the list, which stays where it stands as long as there is something to see.
 void read_list(FileScreen& state) {
     UPDATEFILELIST(state.list_mode);
+    if (state.mode == file_screen_mode::cars) list_kept_work();
     keep_in_list(state.list);
     const bool cut = listable_entries() > LFILES;
     set_screen_fact(cut ? std::to_string(LFILES) + " of " + std::to_string(listable_entries()) + " entries" : "");
@@ -337,7 +339,8 @@ bool lists_cars(const FileScreen& state) { return state.mode == file_screen_mode
 
 constexpr KeyBinding<FileScreen> keys[] = {
     {{},
-     "a car or file goes into the File field; a directory or link is entered. \" (c/p)\" marks a project",
+     "a car or file goes into the File field; a directory or link is entered; unsaved work is loaded. \" (c/p)\" marks "
+     "a project",
      nullptr,
      "click on a row"},
     {{}, "scrolls it, to the last row but one; the list has room for 200 entries", nullptr, "wheel over the list"},
@@ -386,6 +389,13 @@ bool take_drop(FileScreen& state) {
 
 // --- the screen ----------------------------------------------------------------------------------------------------
 
+void take_kept_work(FileScreen& state, const std::string& stem) {
+    state.status = load_kept_work(stem);
+    state.redraw_status = true;
+    tell(state.status.note);
+    read_list(state);
+}
+
 void act_on_chosen(FileScreen& state) {
     if (state.chosen == 0) return;
     const LISTEDFILE entry = LFILE[state.chosen];
@@ -394,6 +404,7 @@ void act_on_chosen(FileScreen& state) {
     case entry_kind::file: put_text(state, Field::file, entry.name); break;
     case entry_kind::directory: enter_directory(state, entry.name); break;
     case entry_kind::link: enter_directory(state, with_home(entry.name)); break;
+    case entry_kind::kept_work: take_kept_work(state, entry.name); break;
     case entry_kind::completed_link: enter_directory(state, entry.name + "."); break;
     default: break;
     }

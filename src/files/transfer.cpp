@@ -7,10 +7,12 @@
 #include "base/text.h"
 #include "base/utf8.h"
 #include "files/directory.h"
+#include "files/replaced.h"
 #include "formats/bitmap_file.h"
 #include "formats/obj_file.h"
 #include "formats/parameter_file.h"
 #include "formats/project_file.h"
+#include "formats/saved_car.h"
 #include "formats/shape_file.h"
 #include "model/car.h"
 #include "model/document.h"
@@ -18,9 +20,11 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <string_view>
 #include <system_error>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -80,12 +84,21 @@ const FileKind* kind_of(const std::string& name) {
     return kind == std::end(file_kinds) ? nullptr : kind;
 }
 
+template <BitmapSet set>
+EncodedFile bitmaps_of_car() {
+    return {encode_bitmap_file(set)};
+}
+
 struct CarFile {
     std::string_view prefix;
     std::string_view extension;
+    EncodedFile (*content)(); // of the car as it is
 };
 // Also the order in which a car is loaded and saved.
-constexpr CarFile car_files[] = {{"car", ".res"}, {"st", ".3sh"}, {"stda", ".vsh"}, {"stdb", ".vsh"}};
+constexpr CarFile car_files[] = {{"car", ".res", parameter_file_of_car},
+                                 {"st", ".3sh", shape_file_of_car},
+                                 {"stda", ".vsh", bitmaps_of_car<BitmapSet::dashboard>},
+                                 {"stdb", ".vsh", bitmaps_of_car<BitmapSet::dots_and_digits>}};
 
 std::string unpacker() { return CONFIG("vorpack"); }
 
@@ -171,18 +184,50 @@ FoundName name_in_directory(const std::string& file) {
     return {found == content.entries.end() ? file : found->name, content.failure};
 }
 
-// Loads or saves one of a car's files, by the name that the directory has it under.
-FileOutcome transfer_part(Transfer direction, const std::string& file) {
-    const FoundName found = name_in_directory(file);
-    const FileKind& kind = *kind_of(file);
-    if (direction == Transfer::save) return kind.save(found.name).outcome;
-    if (!found.failure.empty()) return failed(found.name, file_status::read_error, found.failure).outcome;
-    return kind.load(found.name).outcome;
+std::string part_name(const CarFile& part, const std::string& identifier) {
+    return std::string(part.prefix) + identifier + std::string(part.extension);
 }
+
+// Loads one of a car's files, by the name that the directory has it under.
+FileOutcome load_part(const std::string& file) {
+    const FoundName found = name_in_directory(file);
+    if (!found.failure.empty()) return failed(found.name, file_status::read_error, found.failure).outcome;
+    return kind_of(file)->load(found.name).outcome;
+}
+
+// One name for each file, however it was written.
+std::string path_of(const std::string& name) {
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::weakly_canonical(std::filesystem::absolute(name), error);
+    return error ? name : path.string();
+}
+
+// The files that a transfer has read or written, for what is known of saved work.
+class Moved {
+public:
+    explicit Moved(Transfer direction) : direction_(direction) {}
+
+    void add(const FileOutcome& outcome, const std::string& name) {
+        const bool cut = outcome.code == file_status::cut_to_fit;
+        const bool done = outcome.succeeded() || cut;
+        if (!done || outcome.remark == FileRemark::no_car_data) return;
+        const bool whole = direction_ == Transfer::load ? outcome.remark == FileRemark::none : !cut;
+        files_.push_back({path_of(name), whole ? parts_in(name) : CarParts()});
+    }
+    void note(const CarDocument& before, const std::string& name) const {
+        if (files_.empty()) return;
+        direction_ == Transfer::load ? note_load(before, name, files_) : note_save(name, files_);
+    }
+
+private:
+    Transfer direction_;
+    std::vector<CarFileOnDisk> files_;
+};
 
 // The car as it was before a load.
 class EarlierCar {
 public:
+    const CarDocument& document() const { return document_; }
     void put_back() const {
         DOCUMENT = document_;
         CURPJ = paint_job_;
@@ -194,28 +239,105 @@ private:
     const std::uint8_t paint_job_ = CURPJ;
 };
 
-// Of a set with a file that cannot be read nothing is kept: saved, a mixture of two cars would take the file's place.
-TransferReport transfer_car(Transfer direction, const std::string& name) {
-    const std::string identifier = lower_case(name);
-    const EarlierCar before;
+// How a car's four files ended, in their order.
+struct CarOutcome {
     FileOutcome last;
     std::string first_failure, why, remark;
-    for (const CarFile& part : car_files) {
-        const std::string file = std::string(part.prefix) + identifier + std::string(part.extension);
-        last = transfer_part(direction, file);
-        if (!last.succeeded() && first_failure.empty()) {
-            first_failure = part_failure_text(last, file);
-            why = unsaid(last);
+
+    void add(FileOutcome outcome, const std::string& file) {
+        if (!outcome.succeeded() && first_failure.empty()) {
+            first_failure = part_failure_text(outcome, file);
+            why = unsaid(outcome);
         }
-        if (remark.empty()) remark = unsaid(last);
-        if (last.code != file_status::read_error) continue;
-        before.put_back();
-        break;
+        if (remark.empty()) remark = unsaid(outcome);
+        last = std::move(outcome);
     }
+};
+
+// Of a set with a file that cannot be read nothing is kept: saved, a mixture of two cars would take the file's place.
+CarOutcome load_car(const std::string& name, const std::string& identifier) {
+    const EarlierCar before;
+    Moved moved(Transfer::load);
+    CarOutcome result;
+    for (const CarFile& part : car_files) {
+        const std::string file = part_name(part, identifier);
+        result.add(load_part(file), file);
+        moved.add(result.last, result.last.file);
+        if (result.last.code != file_status::read_error) continue;
+        before.put_back();
+        return result;
+    }
+    moved.note(before.document(), name);
+    return result;
+}
+
+// The four take their names together, so that no end of the program leaves a car of old and new files.
+CarOutcome save_car(const std::string& name, const std::string& identifier) {
+    std::vector<std::string> names;
+    std::vector<EncodedFile> contents;
+    for (const CarFile& part : car_files) {
+        names.push_back(name_in_directory(part_name(part, identifier)).name);
+        contents.push_back(part.content());
+    }
+    std::vector<FileToSave> files;
+    for (std::size_t k = 0; k < names.size(); ++k)
+        files.push_back({names[k], contents[k].bytes});
+    const std::vector<SaveResult> saved = save_files(files);
+
+    Moved moved(Transfer::save);
+    CarOutcome result;
+    for (std::size_t k = 0; k < names.size(); ++k) {
+        result.add(report_save(names[k], saved[k], contents[k].cut), part_name(car_files[k], identifier));
+        moved.add(result.last, names[k]);
+    }
+    moved.note(DOCUMENT, name);
+    return result;
+}
+
+TransferReport transfer_car(Transfer direction, const std::string& name) {
+    const std::string identifier = lower_case(name);
+    const CarOutcome outcome = direction == Transfer::load ? load_car(name, identifier) : save_car(name, identifier);
     // ODDITY four-file-save-keeps-file (kept): a failed load names the identifier, a failed save the file.
-    TransferReport result = report(direction, last, name, direction == Transfer::load ? name : last.file);
-    result.first_failure = first_failure;
-    result.note = why.empty() ? remark : why;
+    TransferReport result =
+        report(direction, outcome.last, name, direction == Transfer::load ? name : outcome.last.file);
+    result.first_failure = outcome.first_failure;
+    result.note = outcome.why.empty() ? outcome.remark : outcome.why;
+    return result;
+}
+
+TransferReport transfer_file(Transfer direction, const FileKind& kind, const std::string& name) {
+    const EarlierCar before;
+    const Handled handled = direction == Transfer::load ? load_kind(kind, name) : kind.save(name);
+    Moved moved(direction);
+    moved.add(handled.outcome, name);
+    moved.note(before.document(), name);
+    TransferReport result = report(direction, handled.outcome, handled.outcome.file, handled.outcome.file);
+    if (!handled.note.empty()) result.note = handled.note;
+    return result;
+}
+
+bool names_a_car(const std::string& name) { return name.find('.') == std::string::npos; }
+
+// The files that a save of this name writes.
+std::vector<std::string> targets_of(const std::string& name) {
+    if (!names_a_car(name)) return {path_of(name)};
+    std::vector<std::string> paths;
+    for (const CarFile& part : car_files)
+        paths.push_back(path_of(name_in_directory(part_name(part, lower_case(name))).name));
+    return paths;
+}
+
+TransferReport run(Transfer direction, const std::string& name) {
+    if (names_a_car(name)) return transfer_car(direction, name);
+    return transfer_file(direction, *kind_of(name), name);
+}
+
+// Whoever saves over another car gets its files back.
+TransferReport save_with_care(const std::string& name) {
+    ReplacedFiles replaced(name, targets_of(name));
+    TransferReport result = run(Transfer::save, name);
+    const std::string message = replaced.settle();
+    if (!message.empty() && result.note.empty()) result.note = message;
     return result;
 }
 
@@ -234,14 +356,11 @@ bool stands_for_files(const std::string& name) {
 TransferReport transfer(Transfer direction, const std::string& name) {
     FILE_ERNUM = file_status::nothing_done;
     if (!stands_for_files(name)) return {.note = why_nothing_is_done(direction, name)};
-    if (name.find('.') == std::string::npos) return transfer_car(direction, name);
-
-    const FileKind* kind = kind_of(name);
-    if (!kind || (direction == Transfer::save && !kind->save)) return {.unknown_format = true};
-    const Handled handled = direction == Transfer::load ? load_kind(*kind, name) : kind->save(name);
-    TransferReport result = report(direction, handled.outcome, handled.outcome.file, handled.outcome.file);
-    if (!handled.note.empty()) result.note = handled.note;
-    return result;
+    if (!names_a_car(name)) {
+        const FileKind* const kind = kind_of(name);
+        if (!kind || (direction == Transfer::save && !kind->save)) return {.unknown_format = true};
+    }
+    return direction == Transfer::save ? save_with_care(name) : run(direction, name);
 }
 
 TransferReport report_unknown_format() {

@@ -18,7 +18,10 @@ auto& model_block(Document& document, std::size_t model) {
 }
 constexpr std::size_t all_models = car_slots + explosion_models;
 
-std::size_t pixel_bytes(const BitmapRecord& bitmap) { return bitmap.pixels->size(); }
+// Pixels that stay are the document's, whatever moves.
+std::size_t pixel_bytes(const BitmapRecord& before, const BitmapRecord& after) {
+    return before.pixels.is(after.pixels) ? 0 : before.pixels->size() + after.pixels->size();
+}
 
 } // namespace
 
@@ -98,6 +101,6 @@ std::size_t DocumentStep::bytes() const {
     for (const BlockChange& change : models_)
         total = std::accumulate(change.runs.begin(), change.runs.end(), total + sizeof change, of_runs);
     for (const BitmapChange& change : bitmaps_)
-        total += sizeof change + pixel_bytes(change.before) + pixel_bytes(change.after);
+        total += sizeof change + pixel_bytes(change.before, change.after);
     return total;
 }

@@ -19,7 +19,7 @@ public:
     // Takes the step back, or brings it again. The document must be as it was after the step, or before it.
     void take_back(CarDocument& document) const;
     void bring(CarDocument& document) const;
-    // Memory that the step holds, in bytes. Pixels that it shares with others count in full.
+    // Memory that the step holds, in bytes. Pixels that it changes count in full, shared or not.
     std::size_t bytes() const;
 
 private:

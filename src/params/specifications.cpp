@@ -61,11 +61,12 @@ std::array<LineEdit, specification_rows> rows_of(const SpecificationLines& lines
 
 } // namespace
 
-SpecificationsEdit::SpecificationsEdit(std::string_view text) : rows_(rows_of(split_specifications(text))) {}
+SpecificationsEdit::SpecificationsEdit(std::string_view text)
+    : text_{rows_of(split_specifications(text))}, step_(text_) {}
 
 SpecificationLines SpecificationsEdit::lines() const {
     SpecificationLines lines;
-    std::transform(rows_.begin(), rows_.end(), lines.begin(), [](const LineEdit& row) { return row.text(); });
+    std::transform(text_.rows.begin(), text_.rows.end(), lines.begin(), [](const LineEdit& row) { return row.text(); });
     return lines;
 }
 
@@ -75,6 +76,8 @@ bool type_into(SpecificationsEdit& edit, const std::string& typed) { return edit
 bool row_up(SpecificationsEdit& edit, const std::string&) { return edit.row() > 0 && edit.go_to_row(edit.row() - 1); }
 bool row_down(SpecificationsEdit& edit, const std::string&) { return edit.go_to_row(edit.row() + 1); }
 bool clear_all(SpecificationsEdit& edit, const std::string&) { return edit.clear_all(); }
+bool take_back(SpecificationsEdit& edit, const std::string&) { return edit.take_back(); }
+bool bring_again(SpecificationsEdit& edit, const std::string&) { return edit.bring_again(); }
 
 constexpr EditKey<SpecificationsEdit> edit_keys[] = {
     {{key::any_character},
@@ -86,6 +89,8 @@ constexpr EditKey<SpecificationsEdit> edit_keys[] = {
     {{key::up}, "the line above", row_up},
     {{key::down}, "the line below", row_down},
     {{key::tab}, "empties the whole text (not on the ninth line)", clear_all},
+    {{key::undo}, "the text as it was when typing began", take_back, key::undo_label},
+    {{key::redo}, "what was typed, again", bring_again, key::redo_label},
     {{key::enter}, "stores", nullptr},
     {{key::escape}, "leaves the text as it was", nullptr},
     {{}, "leaves the text as it was; a press elsewhere also acts there", nullptr, "a further mouse button"},
@@ -99,23 +104,31 @@ bool SpecificationsEdit::on_key(const std::string& key) {
     return edit_by_key<SpecificationsEdit>(*this, edit_keys, key);
 }
 
-bool SpecificationsEdit::type(const std::string& key) { return rows_[row_].handle_key(key); }
+bool SpecificationsEdit::type(const std::string& key) {
+    const SpecificationLines before = lines();
+    if (!text_.rows[text_.row].handle_key(key)) return false;
+    if (lines() != before) step_.typed();
+    return true;
+}
 
 bool SpecificationsEdit::go_to_row(std::size_t row) {
     if (row >= specification_rows) return false;
     const std::size_t column_before = column();
-    row_ = row;
-    rows_[row_].move_caret(column_before);
+    text_.row = row;
+    text_.rows[row].move_caret(column_before);
     return true;
 }
 
 // ODDITY tab-idle-on-last-line (kept): Tab empties the whole text, but on the ninth line it does nothing.
 bool SpecificationsEdit::clear_all() {
-    if (row_ + 1 == specification_rows) return false;
-    rows_ = rows_of({});
-    row_ = 0;
+    if (text_.row + 1 == specification_rows) return false;
+    text_ = {rows_of({})};
+    step_.typed();
     return true;
 }
+
+bool SpecificationsEdit::take_back() { return step_.take_back(text_); }
+bool SpecificationsEdit::bring_again() { return step_.bring_again(text_); }
 
 namespace {
 

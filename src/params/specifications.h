@@ -5,6 +5,7 @@
 #include "widgets/edit_loop.h"
 #include "widgets/key_table.h"
 #include "widgets/line_edit.h"
+#include "widgets/undo_keys.h"
 
 #include <array>
 #include <cstddef>
@@ -27,8 +28,8 @@ class SpecificationsEdit {
 public:
     explicit SpecificationsEdit(std::string_view text);
 
-    std::size_t row() const { return row_; }
-    std::size_t column() const { return rows_[row_].caret(); }
+    std::size_t row() const { return text_.row; }
+    std::size_t column() const { return text_.rows[text_.row].caret(); }
     SpecificationLines lines() const;
     // Every key but those that end the edit. True when something changed.
     bool on_key(const std::string& key);
@@ -36,10 +37,19 @@ public:
     bool type(const std::string& key); // in the current row
     bool go_to_row(std::size_t row);   // nothing past the last
     bool clear_all();                  // not from the last row
+    bool take_back();
+    bool bring_again();
 
 private:
-    std::array<LineEdit, specification_rows> rows_;
-    std::size_t row_ = 0;
+    struct Text {
+        std::array<LineEdit, specification_rows> rows;
+        std::size_t row = 0;
+
+        bool operator==(const Text&) const = default;
+    };
+
+    Text text_;
+    TypedStep<Text> step_;
 };
 
 // Whether a click at this place opens the text.

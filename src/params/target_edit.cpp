@@ -156,13 +156,15 @@ int number_in(const std::string& digits) { return digits.empty() ? 0 : std::stoi
 
 } // namespace
 
-TargetEntry::TargetEntry(const PARAMINPUT& target) : target_(target), field_(field_of(target)) {}
+TargetEntry::TargetEntry(const PARAMINPUT& target) : target_(target), field_(field_of(target)), step_(field_) {}
 
 bool TargetEntry::is_number() const { return !is_name(target_); }
 
 namespace {
 
 bool type_into(TargetEntry& entry, const std::string& typed) { return entry.type(typed); }
+bool take_back(TargetEntry& entry, const std::string&) { return entry.take_back(); }
+bool bring_again(TargetEntry& entry, const std::string&) { return entry.bring_again(); }
 
 constexpr EditKey<TargetEntry> entry_keys[] = {
     {{key::any_character},
@@ -172,6 +174,8 @@ constexpr EditKey<TargetEntry> entry_keys[] = {
     {{key::left, key::right, key::home, key::end, key::backspace, key::delete_}, "as usual", type_into},
     {{key::enter}, "stores", nullptr},
     {{key::tab}, "stores, and opens the next row of the section", nullptr},
+    {{key::undo}, "the text as it was when typing began", take_back, key::undo_label},
+    {{key::redo}, "what was typed, again", bring_again, key::redo_label},
     {{key::escape}, "leaves the value as it was", nullptr},
     {{}, "leaves the value as it was; a press elsewhere also acts there", nullptr, "a further mouse button"},
 };
@@ -192,11 +196,15 @@ bool TargetEntry::type(const std::string& key) {
         if (key::printable(key) && field_.full()) say_how_much();
         return false;
     }
+    if (field_.text() != before.text()) step_.typed();
     if (!is_number()) return true;
     if (field_.text().size() > before.text().size()) return settle_typed_digit(before);
     if (field_.text().size() < before.text().size()) settle_deletion();
     return true;
 }
+
+bool TargetEntry::take_back() { return step_.take_back(field_); }
+bool TargetEntry::bring_again() { return step_.bring_again(field_); }
 
 // A number that would be too large is refused; one leading zero goes.
 bool TargetEntry::settle_typed_digit(const LineEdit& before) {

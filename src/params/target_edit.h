@@ -5,6 +5,7 @@
 #include "widgets/edit_loop.h"
 #include "widgets/key_table.h"
 #include "widgets/line_edit.h"
+#include "widgets/undo_keys.h"
 
 #include <string>
 
@@ -40,6 +41,8 @@ public:
     bool on_key(const std::string& key);
     // One that its table of keys knows.
     bool type(const std::string& key);
+    bool take_back();
+    bool bring_again();
     // Into PAR or the name.
     void store() const;
 
@@ -51,6 +54,7 @@ private:
 
     const PARAMINPUT& target_;
     LineEdit field_;
+    TypedStep<LineEdit> step_;
 };
 
 // The keys while a value is edited.

@@ -1,5 +1,6 @@
 #include "widgets/busy_window.h"
 
+#include "widgets/screen_loop.h"
 #include "widgets/strip.h"
 #include "window/input.h"
 
@@ -17,7 +18,7 @@ CommandOutcome run_beside_window(const std::string& command_line, const std::str
     int questions = 0;
     const auto go_on = [&] {
         if (++questions > silent_questions) say(waiting); // anew each time: it stands as long as it is true
-        keep_strip();
+        about_to_read({});
         return meanwhile.go_on();
     };
     const CommandOutcome outcome = run_command(command_line, go_on, limit);

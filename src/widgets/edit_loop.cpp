@@ -1,6 +1,7 @@
 #include "widgets/edit_loop.h"
 
 #include "widgets/nested_loop.h"
+#include "widgets/undo_keys.h"
 
 #include <optional>
 
@@ -29,7 +30,7 @@ EditEnd run_edit(const Rectangle& field, const std::function<void()>& draw,
             end = *ended;
             return Answer::done;
         }
-        return !input.key.empty() && on_key(input.key) ? Answer::changed : Answer::nothing;
+        return !input.key.empty() && on_key(with_one_redo_key(input)) ? Answer::changed : Answer::nothing;
     };
     run_nested(draw, answer, keys);
     if (!handed_back) spend_press();

@@ -18,8 +18,9 @@ enum class EditEnd : std::uint8_t {
 };
 
 // Draws the field, then hands it one key after another and draws it again whenever `on_key` says that something
-// changed, until the edit ends. The press that ends it acts next where it went down, on the screen around; inside
-// `field`, it is spent. So is a button that is still down after Enter or Escape.
+// changed, until the edit ends. Both ways to bring something again arrive as key::redo. The press that ends it acts
+// next where it went down, on the screen around; inside `field`, it is spent. So is a button that is still down after
+// Enter or Escape.
 enum class TabKey : std::uint8_t { typed, leads_on }; // whether on_key is given it, or it ends the edit
 EditEnd run_edit(const Rectangle& field, const std::function<void()>& draw,
                  const std::function<bool(const std::string&)>& on_key, TabKey tab = TabKey::typed,

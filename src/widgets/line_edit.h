@@ -43,6 +43,8 @@ public:
     // caret changed.
     bool handle_key(const std::string& key);
 
+    bool operator==(const LineEdit&) const = default;
+
 private:
     bool accepts(const std::string& key) const;
     bool insert(char character);

@@ -1,7 +1,6 @@
 #include "widgets/nested_loop.h"
 
 #include "widgets/screen_loop.h"
-#include "widgets/strip.h"
 #include "window/window.h"
 
 namespace {
@@ -18,9 +17,9 @@ bool run_nested(const std::function<void()>& draw, const std::function<Answer(co
     const InputScope scope(InputScope::Start::here);
     const KeyScope known(keys);
     draw_locked(draw);
-    for (;;) {
-        keep_strip();
-        const Input input = read_input();
+    for (Input input;;) {
+        about_to_read(input);
+        input = read_input();
         if (input.key == key::close_window || input.key == key::dropped) {
             unread_input();
             return false;

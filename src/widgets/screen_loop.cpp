@@ -21,6 +21,11 @@ void repaint_screens() {
         running->state_.repaint = true;
 }
 
+void about_to_read(const Input& last) {
+    keep_strip();
+    if (hooks.waiting) hooks.waiting(last);
+}
+
 bool taken_everywhere(const Input& input) { return !input.key.empty() && hooks.everywhere && hooks.everywhere(input); }
 
 void leave_screens() {
@@ -58,7 +63,7 @@ void RunningScreen::handled() {
 void RunningScreen::read() {
     handled();
     show_title();
-    keep_strip();
+    about_to_read(state_.input);
     if (std::exchange(entering_, false)) unlock_screen();
     state_.input = read_input();
     acted_on_ = false;

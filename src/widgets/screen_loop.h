@@ -78,6 +78,8 @@ struct LoopHooks {
     std::function<bool(const Input&)> everywhere{};
     // A file was dropped that the screen did not take. It is the input that was read last.
     std::function<void(const Input&)> dropped{};
+    // Before any loop reads, those inside a screen's step included; with what that loop read last.
+    std::function<void(const Input&)> waiting{};
 };
 void set_loop_hooks(LoopHooks hooks);
 // Asks that hook.
@@ -89,6 +91,8 @@ void repaint_screens();
 void leave_screens();
 // Whether the screen that runs is being left.
 bool screen_is_left();
+// What every loop calls before it reads, with what it read last: keeps the strip, and calls the hook.
+void about_to_read(const Input& last);
 
 // What the loop keeps for one screen that runs. A screen may run inside another one's step; when that changes CURMENU,
 // both are left.

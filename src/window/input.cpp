@@ -361,6 +361,8 @@ double timer() { return backend() ? backend()->seconds() : 0; }
 
 void set_alarm(std::optional<double> at) { input.alarm = at; }
 
+void alarm_no_later_than(double at) { input.alarm = std::min(input.alarm.value_or(at), at); }
+
 void reset_input() { input = InputState{}; }
 
 namespace {

@@ -124,6 +124,8 @@ double timer();
 // The timer() at which reading returns even if nothing has happened, for what changes with time; it is
 // over then. None: never.
 void set_alarm(std::optional<double> at);
+// Another one beside it: whichever is the earlier.
+void alarm_no_later_than(double at);
 
 // Nothing read, nothing held, mouse outside.
 void reset_input();

@@ -16,6 +16,7 @@ void ProgramTest::SetUp() {
     std::string pattern = (std::filesystem::temp_directory_path() / "karosmit-test-XXXXXX").string();
     ASSERT_NE(mkdtemp(pattern.data()), nullptr);
     folder = pattern;
+    state_folder = pattern + "-state"; // beside it, so that no list shows it
 }
 
 void ProgramTest::TearDown() {
@@ -28,6 +29,7 @@ void ProgramTest::TearDown() {
     program.reset();
     std::error_code ignored;
     std::filesystem::remove_all(folder, ignored);
+    std::filesystem::remove_all(state_folder, ignored);
 }
 
 void ProgramTest::start_with(const std::map<std::string, std::string>& environment,
@@ -37,9 +39,13 @@ void ProgramTest::start_with(const std::map<std::string, std::string>& environme
 
 void ProgramTest::start(const std::map<std::string, std::string>& environment,
                         const std::vector<std::string>& arguments) {
-    std::map<std::string, std::string> whole = {{"DISPLAY", display->name()}, {"WAYLAND_DISPLAY", ""},
-                                                {"SDL_VIDEODRIVER", ""},      {"XMODIFIERS", ""},
-                                                {"XCOMPOSEFILE", ""},         {"HOME", folder.string()}};
+    std::map<std::string, std::string> whole = {{"DISPLAY", display->name()},
+                                                {"WAYLAND_DISPLAY", ""},
+                                                {"SDL_VIDEODRIVER", ""},
+                                                {"XMODIFIERS", ""},
+                                                {"XCOMPOSEFILE", ""},
+                                                {"HOME", folder.string()},
+                                                {"XDG_STATE_HOME", state_folder.string()}};
     for (const auto& [name, value] : environment)
         whole[name] = value;
     start_with(whole, arguments);

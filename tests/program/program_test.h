@@ -37,7 +37,7 @@ protected:
     void make_file(const std::string& name, const std::string& content) const;
 
     static std::unique_ptr<VirtualDisplay> display;
-    std::filesystem::path folder;
+    std::filesystem::path folder, state_folder;
     std::unique_ptr<StartedProgram> program;
     std::unique_ptr<RealWindow> window;
 };

@@ -1,0 +1,103 @@
+#include "app/session.h"
+
+#include "app/history.h"
+#include "app/recovery.h"
+#include "base/code_page.h"
+#include "base/reset.h"
+#include "formats/saved_car.h"
+#include "model/car.h"
+#include "model/items.h"
+#include "widgets/screen_loop.h"
+#include "widgets/strip.h"
+#include "widgets/undo_keys.h"
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+
+namespace {
+
+struct Session {
+    History history{DOCUMENT};
+    std::uint32_t saved_revision = 0; // that the strip shows
+    Recovery recovery;
+};
+std::unique_ptr<Session> session;
+
+bool button_is_down(const Input& input) { return input.mouse.buttons != 0 || bar_mouse().buttons != 0; }
+
+// At the strip's right: the car, and whether it lies in files. Nothing while that is the car of the start.
+void show_car_fact() {
+    const SavedCar car = saved_car();
+    std::string fact = car.name.empty() && car.unsaved ? "new car" : car.name;
+    if (car.unsaved) fact += ", unsaved";
+    if (!car.reason.empty()) fact += ": " + car.reason;
+    set_car_fact(code_page_from_utf8(fact));
+}
+
+void tell_what_changed() {
+    show_car_fact();
+    session->recovery.changed();
+}
+
+// What follows from a car that was put in another one's place. The title follows by itself.
+void settle_what_follows() {
+    settle_paint_jobs();
+    UPDATEDASHITEMS();
+    repaint_screens();
+    tell_what_changed();
+}
+
+void show_step(const char* done, const char* nothing, const std::string& words) {
+    if (words.empty()) return say(nothing);
+    settle_what_follows();
+    say(code_page_from_utf8(done + words));
+}
+
+void undo(Session& now) { show_step("Undone: ", "Nothing to undo", now.history.undo(DOCUMENT)); }
+void redo(Session& now) { show_step("Redone: ", "Nothing to redo", now.history.redo(DOCUMENT)); }
+
+constexpr KeyBinding<Session> keys[] = {
+    {{key::undo}, "takes back the last step, as far as the start of the program", undo, key::undo_label},
+    {{key::redo}, "brings it again", redo, key::redo_label},
+};
+
+// A stroke or a drag that goes on is no step yet.
+bool take_key(const Input& input) {
+    const auto* const row = row_of(std::span<const KeyBinding<Session>>(keys), with_one_redo_key(input));
+    if (!row || button_is_down(input)) return false;
+    row->action(*session);
+    return true;
+}
+
+void note_what_was_done(const Input& input) {
+    if (button_is_down(input)) return;
+    const bool changed = session->history.note(DOCUMENT, input.key, timer());
+    if (!changed && session->saved_revision == saved_car_revision()) return;
+    session->saved_revision = saved_car_revision();
+    tell_what_changed();
+}
+
+void keep_work(const Input& last) { session->recovery.waiting(last); }
+
+} // namespace
+
+LoopHooks begin_session() {
+    begin_with_saved_car();
+    session = std::make_unique<Session>();
+    return {.before = take_key, .after = note_what_was_done, .waiting = keep_work};
+}
+
+void end_session() {
+    if (!session) return;
+    session->recovery.finish();
+    set_loop_hooks({});
+    session.reset();
+}
+
+std::vector<KeyHelp> session_keys() { return key_help("", keys).rows; }
+
+namespace {
+const ResetWithProgram registered([] { session.reset(); });
+}

@@ -1,0 +1,176 @@
+// Unsaved work is kept by itself, in visits of the whole program.
+#include "app/session.h"
+#include "app/session_test.h"
+#include "base/config.h"
+#include "files/file_list.h"
+#include "files/kept_work.h"
+#include "support/child_process.h"
+#include "support/text_file.h"
+#include "window/window.h"
+
+#include <fstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class RecoveryTest : public SessionTest {
+protected:
+    TemporaryDirectory state;
+    EnvironmentVariable state_home{"XDG_STATE_HOME"};
+
+    void SetUp() override {
+        state_home.set(state.path());
+        SessionTest::SetUp();
+    }
+    void TearDown() override {
+        end_session();
+        SessionTest::TearDown();
+    }
+    std::vector<std::string> projects() const {
+        std::vector<std::string> found;
+        std::error_code none;
+        for (const auto& entry : fs::directory_iterator(state / "karosmit", none))
+            if (entry.path().extension() == ".car") found.push_back(entry.path().string());
+        return found;
+    }
+    // A run that ends with these steps, as the next program finds it.
+    void run_and_end(const std::vector<ScriptStep>& steps) {
+        EXPECT_EQ(run_in_child([&] {
+                      visit(steps);
+                      shut_down();
+                      return HasFailure() ? 1 : 0;
+                  }),
+                  0);
+    }
+    // The brakes in the one project that is kept; -1 when there is none.
+    int kept_brakes() const {
+        if (projects().size() != 1) return -1;
+        return run_in_child([&] {
+            load_kept_work(fs::path(projects().front()).stem().string());
+            return static_cast<int>(par_word(brakes_offset));
+        });
+    }
+};
+
+const std::vector<ScriptStep> edit = std::vector<ScriptStep>{to_screen(3)} + type_brakes("77");
+const ScriptStep first_row = click(100, 138);
+
+} // namespace
+
+TEST_F(RecoveryTest, UnsavedWorkIsThereAtTheNextStartAsTheFirstRow) {
+    run_and_end(edit);
+    ASSERT_EQ(projects().size(), 1u);
+    visit({look([] {
+               EXPECT_EQ(LFILE[1].kind, entry_kind::kept_work);
+               EXPECT_TRUE(LFILE[1].shown.starts_with("Unsaved: New car, ")) << LFILE[1].shown;
+           }),
+           first_row, look([] {
+               EXPECT_EQ(par_word(brakes_offset), 77);
+               EXPECT_TRUE(screen_shows(650, 150, "Loaded New car", 0xFF00DC64));
+           }),
+           undo_step, look([] {
+               EXPECT_EQ(said(), "Undone: load of New car");
+               EXPECT_EQ(par_word(brakes_offset), 300);
+           })});
+}
+
+TEST_F(RecoveryTest, WithoutUnsavedWorkNothingIsKeptAndTheListIsAsItWas) {
+    run_and_end(load("brux"));
+    EXPECT_TRUE(projects().empty());
+    run_and_end(edit + std::vector<ScriptStep>{undo_step});
+    EXPECT_TRUE(projects().empty()) << "what was taken back is no work";
+    visit({look([] { EXPECT_EQ(LFILE[1].name, ".."); })});
+}
+
+TEST_F(RecoveryTest, WhatIsSavedIsNoLongerKept) {
+    run_and_end(edit);
+    ASSERT_EQ(projects().size(), 1u);
+    run_and_end(std::vector<ScriptStep>{first_row} + save("mine"));
+    EXPECT_TRUE(projects().empty());
+    EXPECT_TRUE(fs::is_empty(state / "karosmit"));
+}
+
+TEST_F(RecoveryTest, WorkThatWasLoadedAndIsKeptAgainIsOneFile) {
+    run_and_end(edit);
+    run_and_end(std::vector<ScriptStep>{first_row, to_screen(3)} + type_brakes("78"));
+    EXPECT_EQ(kept_brakes(), 78);
+    run_and_end({first_row});
+    EXPECT_EQ(kept_brakes(), 78) << "loaded and left as it was";
+}
+
+// A program that goes without notice: what was done is kept as soon as the person pauses, and every five seconds.
+TEST_F(RecoveryTest, WorkIsKeptInTheFirstIdleMomentAndAtMostEveryFiveSeconds) {
+    const auto wait = [&](double seconds) { return look([this, seconds] { window.clock += seconds; }); };
+    const auto later = [&](int value) {
+        return look([this, value] {
+            for (int k = 0; k < 200 && kept_brakes() != value; ++k)
+                ::usleep(10'000);
+            EXPECT_EQ(kept_brakes(), value);
+        });
+    };
+    visit({to_screen(3)});
+    visit(type_brakes("77") + std::vector<ScriptStep>{wait(1), later(77)} + type_brakes("78") +
+          std::vector<ScriptStep>{wait(3), look([&] { EXPECT_EQ(kept_brakes(), 77) << "not yet"; }), wait(2.5),
+                                  mouse_at(20, 20), later(78)});
+}
+
+TEST_F(RecoveryTest, NothingIsKeptWhileAButtonIsDown) {
+    visit({to_screen(3)});
+    visit(type_brakes("77") + std::vector<ScriptStep>{look([] {}), look([this] { window.clock += 10; })} +
+          type_brakes("78"));
+    const auto pass = look([this] { window.clock += 10; });
+    visit(type_brakes("79") + std::vector<ScriptStep>{press(300, 300), pass, pass, look([&] {
+                                                          ::usleep(100'000);
+                                                          EXPECT_NE(kept_brakes(), -1);
+                                                      }),
+                                                      release(300, 300)});
+}
+
+TEST_F(RecoveryTest, WhoTypesMeanwhileDoesNotHoldItUp) {
+    visit({to_screen(3)});
+    const auto wait = look([this] { window.clock += 6; });
+    visit(type_brakes("77") + type_brakes("78") +
+          std::vector<ScriptStep>{click(200, 134), typed("1"), wait, mouse_at(30, 30), look([this] {
+                                      for (int k = 0; k < 200 && kept_brakes() != 78; ++k)
+                                          ::usleep(10'000);
+                                      EXPECT_EQ(kept_brakes(), 78) << "a field that is open stops nothing";
+                                  }),
+                                  key_press(Key::escape)});
+}
+
+TEST_F(RecoveryTest, TheConfigurationTurnsItOff) {
+    write_text("karosmit.cfg", "recovery = Off\n");
+    end_session();
+    start();
+    run_and_end(edit);
+    EXPECT_FALSE(fs::exists(state / "karosmit"));
+}
+
+TEST_F(RecoveryTest, WithoutAFolderItSaysOnceThatWorkIsNotKept) {
+    write_text(state / "karosmit", "in the way");
+    int told = 0;
+    const auto listen = look([&] {
+        ::usleep(50'000);
+        if (said().starts_with("Unsaved work is not kept: ")) ++told;
+    });
+    const auto pass = look([this] { window.clock += 20; });
+    visit({to_screen(3)});
+    visit(type_brakes("77") + std::vector<ScriptStep>{pass, listen, mouse_at(30, 30), listen} + type_brakes("78") +
+          std::vector<ScriptStep>{pass, mouse_at(40, 40), listen, mouse_at(30, 30), listen});
+    EXPECT_EQ(told, 1);
+}
+
+TEST_F(RecoveryTest, TwoProgramsKeepTheirOwnAndDoNotOfferEachOthers) {
+    const pid_t other = start_child([&]() -> int {
+        visit(edit + std::vector<ScriptStep>{look([] { ::usleep(3'000'000); })});
+        ::_exit(0); // without an end
+    });
+    ::usleep(1'500'000);
+    EXPECT_EQ(projects().size(), 1u);
+    visit({look([] { EXPECT_EQ(LFILE[1].name, "..") << "the other program runs"; })});
+    visit(edit);
+    end_session();
+    EXPECT_EQ(projects().size(), 2u);
+    wait_for(other);
+}
