@@ -23,7 +23,7 @@ class ArrowKeys : public EditorTest {
 protected:
     // Plays the key over the view, in this mode and slot 1, and gives the car as it was before.
     CarDocument press_arrow(const ArrowEffect& row, int mode) {
-        const CarDocument before = DOCUMENT;
+        CarDocument before = DOCUMENT;
         std::vector<ScriptStep> steps{over(row.view), typed("2")};
         for (int i = 0; i < mode; ++i)
             steps.push_back(key_press(Key::tab));

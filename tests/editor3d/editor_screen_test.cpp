@@ -259,7 +259,7 @@ TEST_F(EditorTest, SlotsByNumberAndInTurn) {
     std::vector<ScriptStep> steps;
     for (const auto& [key, slot] : keys) {
         steps.push_back(typed(key));
-        steps.push_back(look([slot] { EXPECT_EQ(CURMODEL, slot); }));
+        steps.push_back(look([slot = slot] { EXPECT_EQ(CURMODEL, slot); }));
     }
     play_editor(std::move(steps));
 }
@@ -270,7 +270,7 @@ TEST_F(EditorTest, PaintJobsWrapBothWays) {
     std::vector<ScriptStep> steps;
     for (const auto& [key, job] : keys) {
         steps.push_back(typed(key));
-        steps.push_back(look([job] { EXPECT_EQ(CURPJ, job); }));
+        steps.push_back(look([job = job] { EXPECT_EQ(CURPJ, job); }));
     }
     play_editor(std::move(steps));
 }

@@ -76,7 +76,8 @@ protected:
         return parts;
     }
 
-    static const SHAPEMODEL& model(int slot = CURMODEL) { return *CAR[static_cast<std::size_t>(slot)]; }
+    static const SHAPEMODEL& model() { return *shown_slot(); }
+    static const SHAPEMODEL& model(int slot) { return *CAR[static_cast<std::size_t>(slot)]; }
 
 private:
     static constexpr std::uint32_t spoilt = 0xFF123456;

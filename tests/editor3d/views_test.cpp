@@ -32,7 +32,7 @@ protected:
             MATERIAL[i].colour = 0xFF000100U | static_cast<std::uint32_t>(i);
     }
 
-    static SHAPEMODEL& model() { return CAR[static_cast<std::size_t>(CURMODEL)].edit(); }
+    static SHAPEMODEL& model() { return shown_slot().edit(); }
     static std::uint32_t material_colour(int material) { return 0xFF000100U | static_cast<std::uint32_t>(material); }
 
     // What a view shows, against the same picture put together by hand.

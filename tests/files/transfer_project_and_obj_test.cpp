@@ -58,12 +58,12 @@ TEST_F(TransferOfModels, AFileThatIsNoProjectIsAnUnknownFormatWithItsName) {
 TEST_F(TransferOfModels, ABodyGoesIntoTheSlotThatIsLookedAtAndTheNoteNamesIt) {
     write_text("a.OBJ", "v 1 2 3\nv 1 2 4\nv 1 3 3\nf 1 2 3\n");
     const std::array<const char*, 5> notes = {"Into Showroom", "Into Game", "Into Intro", "Into Aux 1", "Into Aux 2"};
-    for (std::int8_t slot = 0; slot < car_slots; ++slot) {
-        CURMODEL = slot;
+    for (int slot = 0; slot < car_slots; ++slot) {
+        CURMODEL = static_cast<std::int8_t>(slot);
         const TransferReport report = transfer(Transfer::load, "a.OBJ");
         EXPECT_EQ(report.text, "Loaded a.OBJ");
         EXPECT_EQ(report.note, notes[static_cast<std::size_t>(slot)]);
-        for (std::int8_t other = 0; other < car_slots; ++other)
+        for (int other = 0; other < car_slots; ++other)
             EXPECT_EQ(CAR[static_cast<std::size_t>(other)]->nprims, other <= slot ? 5 : 0);
     }
     EXPECT_EQ(transfer(Transfer::save, "b.obj").text, "Saved b.obj");

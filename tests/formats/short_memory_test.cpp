@@ -10,8 +10,10 @@
 #include <gtest/gtest.h>
 
 // Where the tests run under the address sanitizer, its calloc answers as the system's does; its operator new cannot.
+// NOLINTBEGIN(bugprone-reserved-identifier): the sanitizer's own name
 extern "C" const char* __asan_default_options();
 extern "C" const char* __asan_default_options() { return "allocator_may_return_null=1"; }
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace {
 #ifdef __SANITIZE_ADDRESS__

@@ -57,6 +57,7 @@ inline int with_failing_call(const FailingCall& failure, auto&& work) {
     return failing_calls::counted;
 }
 
+// NOLINTBEGIN(misc-definitions-in-headers): one source file of a program includes this
 extern "C" {
 inline int open_with(const char* path, int flags, mode_t mode) {
     static auto* const next = failing_calls::real<int(const char*, int, ...)>("open");
@@ -106,3 +107,4 @@ dirent* readdir(DIR* directory) {
     return failing_calls::fails(SystemCall::readdir) ? nullptr : next(directory);
 }
 }
+// NOLINTEND(misc-definitions-in-headers)
