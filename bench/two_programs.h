@@ -21,7 +21,10 @@ public:
     ShownProgram(const std::string& path, const std::string& window_class, const VirtualDisplay& display,
                  const std::filesystem::path& folder, bool (*frame_is_shown)(const RealWindow&))
         : program_(path, folder.string(),
-                   {{"DISPLAY", display.name()}, {"WAYLAND_DISPLAY", ""}, {"SDL_VIDEODRIVER", ""}}),
+                   {{"DISPLAY", display.name()},
+                    {"WAYLAND_DISPLAY", ""},
+                    {"SDL_VIDEODRIVER", ""},
+                    {"XDG_STATE_HOME", (folder / "state").string()}}),
           window_(display.name()) {
         if (!window_.find(window_class)) throw std::runtime_error("no window of " + path);
         if (!wait_until([&] { return frame_is_shown(window_); })) throw std::runtime_error("no frame of " + path);

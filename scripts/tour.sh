@@ -8,7 +8,10 @@ pictures=$3
 source "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/display.sh"
 
 mkdir -p "$pictures"
-trap end_display EXIT
+# Nothing of a person's own work is listed.
+XDG_STATE_HOME=$(mktemp -d)
+export XDG_STATE_HOME
+trap 'end_display; rm -rf "$XDG_STATE_HOME"' EXIT
 start_display
 start_program "$program" "$cars"
 # The first row is "..", the second the first car.

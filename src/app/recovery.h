@@ -28,6 +28,8 @@ public:
     void changed();
     // A loop is about to read, and has read this last: writes in the first idle moment, never while a button is down.
     void waiting(const Input& last);
+    // Hands a copy of the car to the thread.
+    void keep_now();
     // The end of the program: what is unsaved is kept when this returns.
     void finish();
 
@@ -40,7 +42,6 @@ private:
 
     std::string stem_of_now();
     bool is_kept(const std::string& stem) const;
-    void keep_now();
     void drop(const std::string& stem);
     void hand_over(Job job);
     void work();

@@ -174,7 +174,11 @@ std::string new_stem() {
 
 std::vector<KeptWork> offered_works() {
     std::vector<KeptWork> offered = free_works();
-    std::erase_if(offered, [](const KeptWork& work) { return is_mine(work.stem) && !is_adopted(work.stem); });
+    const AdoptedWork* const adopted = adopted_work();
+    const std::string saved = adopted && !saved_car().unsaved ? adopted->stem : ""; // and about to go
+    std::erase_if(offered, [&](const KeptWork& work) {
+        return (is_mine(work.stem) && !is_adopted(work.stem)) || work.stem == saved;
+    });
     if (offered.size() > most_offered_works) offered.resize(most_offered_works);
     return offered;
 }

@@ -30,6 +30,11 @@ protected:
         start();
     }
 
+    // After reset_program(): a screen as at the beginning of a test.
+    static void SetUpWindow() {
+        std::string error;
+        ASSERT_TRUE(open_screen(error)) << error;
+    }
     static void start() {
         reset_menu_bar();
         std::string error;

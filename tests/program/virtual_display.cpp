@@ -49,8 +49,11 @@ void VirtualDisplay::stop() const { kill(server_, SIGSTOP); }
 
 void VirtualDisplay::go_on() const { kill(server_, SIGCONT); }
 
-VirtualDisplay::~VirtualDisplay() {
+void VirtualDisplay::end() {
     if (server_ <= 0) return;
     kill(server_, SIGTERM);
     waitpid(server_, nullptr, 0);
+    server_ = -1;
 }
+
+VirtualDisplay::~VirtualDisplay() { end(); }

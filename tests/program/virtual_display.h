@@ -17,6 +17,7 @@ public:
     // Stopped, it takes in no word from any program until it goes on.
     void stop() const;
     void go_on() const;
+    void end(); // at once, and with it every connection
 
 private:
     pid_t server_ = -1;
