@@ -49,7 +49,9 @@ std::size_t finding_at(const Findings& findings, Point at) {
 } // namespace
 
 void draw_check_page(Canvas& canvas, const Findings& findings, std::size_t pointed) {
-    draw_page(canvas, "= CHECKS =", heading_of(findings));
+    draw_page(canvas, "= CHECKS =", heading_of(findings),
+              findings.empty() ? "Any key or click closes this page"
+                               : "A click on a line goes there, any key closes this page");
     if (findings.empty())
         draw_text(canvas, page_text.x1, page_text.y1, "Nothing found: the files and the game take this car.",
                   colour::success);

@@ -21,7 +21,7 @@ std::string identifier_in(const std::string& name) {
     const std::string key = lower_case(name);
     const bool is_cars = key.size() == car_prefix.size() + identifier_length + car_extension.size() &&
                          key.starts_with(car_prefix) && key.ends_with(car_extension);
-    const std::string identifier = is_cars ? key.substr(car_prefix.size(), identifier_length) : std::string();
+    std::string identifier = is_cars ? key.substr(car_prefix.size(), identifier_length) : std::string();
     return identifier.find('.') == std::string::npos ? identifier : std::string();
 }
 

@@ -111,7 +111,7 @@ std::vector<PlacedKeys> lay_out_keys(const std::vector<KeyHelpTable>& tables) {
 void show_key_page(const std::vector<KeyHelpTable>& tables) {
     const std::vector<PlacedKeys> entries = lay_out_keys(tables);
     show_page([&](Canvas& canvas) {
-        draw_page(canvas, "= KEYS =", "Keys and mouse");
+        draw_page(canvas, "= KEYS =", "Keys and mouse", "Any key or click closes this page");
         for (const PlacedKeys& entry : entries)
             draw_entry(canvas, entry);
     });

@@ -12,7 +12,6 @@ namespace {
 
 constexpr Rectangle work_area{0, 0, screen_width - 1, work_area_bottom};
 constexpr Rectangle frame{10, 50, 949, 589};
-constexpr int hint_x = 632;
 
 // The pixels of the work area, put back when it ends.
 class KeptWorkArea {
@@ -40,10 +39,10 @@ private:
 
 } // namespace
 
-void draw_page(Canvas& canvas, const std::string& title, const std::string& heading) {
+void draw_page(Canvas& canvas, const std::string& title, const std::string& heading, const std::string& hint) {
     clear_work_area(canvas);
     draw_text(canvas, 16, 16, title, colour::title);
-    draw_text(canvas, hint_x, 16, "Any key or click closes this page.", colour::label);
+    draw_text(canvas, frame.x2 + 1 - glyph_width * static_cast<int>(hint.size()), 16, hint, colour::label);
     draw_section(canvas, frame, heading, false);
 }
 

@@ -10,8 +10,8 @@
 
 // Where the text of a page stands: whole lines and cells.
 constexpr Rectangle page_text{24, 64, 935, 575};
-// The work area cleared, with a title over it and a frame around the text.
-void draw_page(Canvas& canvas, const std::string& title, const std::string& heading);
+// The work area cleared, with a title over it, at its right what a person can do, and a frame around the text.
+void draw_page(Canvas& canvas, const std::string& title, const std::string& heading, const std::string& hint);
 
 // Draws the page, and again whenever `moved` says that a move of the mouse changed it, until a key is pressed or a
 // button goes down; neither does anything else. Returns where the left button went down; none when something else ended

@@ -71,7 +71,7 @@ public:
         if (kind < 93) return click(below(menu_cells) * menu_cell + 10, 620);
         if (kind < 95) return key_down(any(special_keys), some_modifiers(10));
         if (kind < 97) return key_up(any(special_keys));
-        if (kind < 98) return focus_lost();
+        if (kind < 98) return below(3) == 0 ? drop(std::string(any(words))) : focus_lost();
         if (kind < 99) return key_press(Key::escape);
         return close_window();
     }
