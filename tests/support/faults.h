@@ -6,6 +6,7 @@
 #include "support/faultless_car.h"
 
 #include <limits>
+#include <ostream>
 
 namespace one_fault {
 
@@ -19,6 +20,7 @@ struct Fault {
     const char *where, *what;
     CheckPlace place;
 };
+inline void PrintTo(const Fault& fault, std::ostream* out) { *out << fault.name; }
 
 inline SHAPEMODEL& slot(CarDocument& car, std::size_t number) { return car.models[number].edit(); }
 inline SHAPEMODEL& intro(CarDocument& car) { return slot(car, 2); }
