@@ -33,7 +33,7 @@ OBJ with its materials (.mtl) beside it; an OBJ goes into a model of a .3sh or .
   --paint-job N    whose materials an OBJ has, counted from 1
   --force          replace targets that are there
   --check          say what the game or the files will not take of each car, and what looks forgotten
-  --jobs N         so many processes at a time, not one a core
+  --jobs N         so many processes at a time, not two a core
   --help           this text
   --version        the program's version
 

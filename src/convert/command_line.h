@@ -17,7 +17,7 @@ struct CommandLine {
     std::string target;
     std::optional<FileKind> to; // the kind of all targets, which then stand in the folder `target`
     ConvertOptions options;
-    int jobs = 0; // processes at a time; 0: one a core
+    int jobs = 0; // processes at a time; 0: as many as usual
 };
 
 // What is wrong with a command line, in one line.

@@ -43,7 +43,11 @@ private:
     bool shown_ = false;
 };
 
-int cores() { return std::max(1, static_cast<int>(std::thread::hardware_concurrency())); }
+// More than there are cores: a conversion also waits until its files are on the disk.
+int usual_jobs() {
+    constexpr int jobs_a_core = 2;
+    return jobs_a_core * std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
+}
 
 ConvertOutcome carry_out(const PlannedConversion& conversion, const CommandLine& line) {
     if (line.action == CommandLine::Action::check) return check(conversion.source);
@@ -67,7 +71,7 @@ int work_on_all(const CommandLine& line) {
                       std::fflush(stdout);
                   },
               .progress = [&](std::size_t finished) { progress.show(finished); }},
-             line.jobs > 0 ? line.jobs : cores());
+             line.jobs > 0 ? line.jobs : usual_jobs());
     progress.clear();
     return status;
 }

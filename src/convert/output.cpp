@@ -4,7 +4,6 @@
 #include "convert/refusal.h"
 
 #include <filesystem>
-#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -38,7 +37,7 @@ public:
 
     void write(const NamedFile& file) {
         make_folder(fs::path(file.name).parent_path());
-        std::optional<Bytes> before = read_file(file.name);
+        FileContent before = read_file(file.name);
         std::string reason;
         if (save_file(file.name, file.content, &reason) != SaveOutcome::saved)
             throw Refusal("cannot write " + file.name + (reason.empty() ? "" : ": " + reason));
@@ -60,7 +59,7 @@ private:
         if (error) throw Refusal("cannot make the folder " + folder.string() + ": " + error.message());
     }
 
-    std::vector<std::pair<std::string, std::optional<Bytes>>> earlier_;
+    std::vector<std::pair<std::string, FileContent>> earlier_;
     std::vector<fs::path> made_;
 };
 
