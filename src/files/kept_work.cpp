@@ -35,7 +35,8 @@ struct Works {
     std::map<std::string, Descriptor> claimed;    // the locks that this program holds
     std::map<std::uint32_t, AdoptedWork> adopted; // by the number of the load
 };
-Works works;
+// Never destroyed: the thread that keeps work may be at it until the program is gone.
+Works& works = *new Works;
 
 std::string path_of(const std::string& stem, const char* end) { return state_folder() + "/" + stem + end; }
 

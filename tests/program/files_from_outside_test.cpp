@@ -104,7 +104,7 @@ TEST_F(FilesFromOutside, HelpAndVersionNeedNoDisplay) {
     EXPECT_EQ(program->output(), "Karosmit 1.0.4\n");
     EXPECT_EQ(program->error_output(), "");
     EXPECT_EQ(run_to_the_end({"--help"}), 0);
-    EXPECT_THAT(program->output(), testing::HasSubstr("karosmit [FILE | DIRECTORY]"));
+    EXPECT_THAT(program->output(), testing::HasSubstr("[FILE | DIRECTORY]"));
     EXPECT_EQ(run_to_the_end({}), 1) << "a window does";
 }
 
