@@ -7,7 +7,10 @@
 #include "support/text_file.h"
 
 #include <gtest/gtest.h>
+
+#include <filesystem>
 #include <map>
+#include <regex>
 #include <set>
 #include <sstream>
 
@@ -119,6 +122,20 @@ TEST(ManualKeys, AreKeysThatThereAre) {
                 ++found;
             }
     EXPECT_GT(found, 15U) << "no tables were found";
+}
+
+// Wherever its text tells to press Ctrl and a letter.
+TEST(ManualKeys, ControlAndALetterIsOneWhereverItIsTold) {
+    const std::set<std::string> known = names_of_all_keys();
+    std::size_t found = 0;
+    for (const auto& page : std::filesystem::directory_iterator(KAROSMIT_SOURCE_DIR "docs/manual")) {
+        if (page.path().extension() != ".md") continue;
+        const std::string text = read_text(page.path());
+        const std::regex keys("Ctrl\\+(Shift\\+)?[A-Z]\\b");
+        for (std::sregex_iterator key(text.begin(), text.end(), keys), end; key != end; ++key, ++found)
+            EXPECT_TRUE(known.contains(key->str())) << page.path() << " tells of " << key->str();
+    }
+    EXPECT_GT(found, 30U);
 }
 
 // A label stands in place of the names of the keys: it may leave out a spelling, but names no key that the row has not.
