@@ -98,11 +98,11 @@ int main() {
     bool kept = measure("noticing that nothing was done, a pass", "microseconds", 50, 200, 1000,
                         [&] { history.note(DOCUMENT, "", 0); });
     int turn = 0;
-    kept &= measure("noticing a moved vertex", "microseconds", 500, 20, 1000, [&] {
+    kept &= measure("noticing a moved vertex", "microseconds", 50, 20, 1000, [&] {
         CAR[4].edit().verts[511].z = ++turn;
         history.note(DOCUMENT, "*", 0);
     });
-    kept &= measure("judging what is saved", "microseconds", 500, 20, 1000,
+    kept &= measure("judging what is saved", "microseconds", 50, 20, 1000,
                     [] { benchmark::DoNotOptimize(saved_car().unsaved); });
     kept &= measure_undo_of_a_load();
     kept &= measure_ten_thousand_steps();

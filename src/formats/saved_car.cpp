@@ -54,6 +54,7 @@ std::vector<const BitmapRecord*> bitmaps_of(const CarDocument& car, CarPart part
 }
 
 bool same_bitmaps(const CarDocument& a, const CarDocument& b, CarPart part) {
+    if (a.bitmap_count == b.bitmap_count && a.bitmaps == b.bitmaps) return true; // mostly, and quick
     return std::ranges::equal(bitmaps_of(a, part), bitmaps_of(b, part),
                               [](const BitmapRecord* one, const BitmapRecord* other) { return *one == *other; });
 }
