@@ -4,8 +4,7 @@
 #include "base/text.h"
 #include "convert/input.h"
 #include "convert/refusal.h"
-#include "formats/bitmap_file.h"
-#include "formats/parameter_file.h"
+#include "formats/car_files.h"
 #include "formats/project_file.h"
 #include "formats/resource_archive.h"
 #include "formats/shape_file.h"
@@ -21,36 +20,12 @@
 
 namespace {
 
-FileOutcome load_all_shapes(const std::string& path) { return LOAD3SH(path, all_shapes); }
-
-Bytes parameter_bytes_of_tables() { return encode_parameter_file({PAR, CARNAME, CARSIGNNAME, CARINFO}); }
-Bytes shape_bytes_of_tables() { return encode_shape_file(*shapes_of_tables()); }
-template <BitmapSet set>
-Bytes bitmap_bytes_of_tables() {
-    return encode_bitmap_file(set);
-}
-
-struct CarFile {
-    std::string_view prefix, extension;
-    FileOutcome (*load)(const std::string& path);
-    Bytes (*encode)();
-};
-constexpr CarFile car_files[] = {
-    {"car", ".res", LOADRES, parameter_bytes_of_tables},
-    {"st", ".3sh", load_all_shapes, shape_bytes_of_tables},
-    {"stda", ".vsh", LOADVSH, bitmap_bytes_of_tables<BitmapSet::dashboard>},
-    {"stdb", ".vsh", LOADVSH, bitmap_bytes_of_tables<BitmapSet::dots_and_digits>},
-};
 constexpr std::size_t first_bitmap_file = 2, second_bitmap_file = 3;
 
 // "FOLDER/" and "abcd" of "FOLDER/abcd".
 std::pair<std::string, std::string> parts_of(const std::string& path) {
     const std::size_t name_at = path.rfind('/') + 1;
     return {path.substr(0, name_at), lower_case(path.substr(name_at))};
-}
-
-std::string name_of(const CarFile& file, const std::string& identifier) {
-    return std::string(file.prefix) + identifier + std::string(file.extension);
 }
 
 // The file's name as the folder has it: DOS disks give names in capitals, which this system tells apart.
@@ -99,10 +74,12 @@ void arrange_bitmaps(const Ids& order) {
     UPDATEDASHITEMS();
 }
 
-void require_fit(const ShapeFile& shapes, const std::string& path) {
-    if (!shapes_fit_file(shapes))
+// Of a car's files only the shapes can be less than the car.
+Bytes required_fit(EncodedFile file, const std::string& path) {
+    if (file.cut)
         throw Refusal(path + ": a model has more than the file's numbers can say (255 vertices, 255 primitives, "
                              "coordinates within 16 bits)");
+    return std::move(file.bytes);
 }
 
 } // namespace
@@ -119,14 +96,14 @@ std::vector<std::string> load_car_files(const std::string& path) {
     std::vector<Bytes> contents;
     std::vector<std::string> names;
     for (const CarFile& file : car_files) {
-        names.push_back(name_in_folder(folder, name_of(file, identifier)));
+        names.push_back(name_in_folder(folder, car_file_name(file, identifier)));
         require(file.load(folder + names.back()));
         contents.push_back(required_content(folder + names.back()));
     }
     arrange_bitmaps(joined_order(ids_of(contents[first_bitmap_file]), ids_of(contents[second_bitmap_file])));
     std::vector<std::string> changed;
     for (std::size_t i = 0; i < contents.size(); ++i)
-        if (car_files[i].encode() != contents[i]) changed.push_back(names[i]);
+        if (car_files[i].content().bytes != contents[i]) changed.push_back(names[i]);
     return changed;
 }
 
@@ -134,17 +111,12 @@ void load_project(const std::string& path) { require(LOADCAR(path)); }
 
 std::vector<NamedFile> car_files_of_tables(const std::string& path) {
     const auto [folder, identifier] = parts_of(path);
-    require_fit(*shapes_of_tables(), path);
     std::vector<NamedFile> files;
     for (const CarFile& file : car_files)
-        files.push_back({folder + name_of(file, identifier), file.encode()});
+        files.push_back({folder + car_file_name(file, identifier), required_fit(file.content(), path)});
     return files;
 }
 
 NamedFile project_file_of_tables(const std::string& path) { return {path, encode_project_file(project_of_tables())}; }
 
-NamedFile shape_file_of_tables(const std::string& path) {
-    const auto shapes = shapes_of_tables();
-    require_fit(*shapes, path);
-    return {path, encode_shape_file(*shapes)};
-}
+NamedFile shape_file_of_tables(const std::string& path) { return {path, required_fit(shape_file_of_car(), path)}; }

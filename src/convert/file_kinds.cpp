@@ -2,14 +2,13 @@
 
 #include "base/text.h"
 #include "convert/refusal.h"
+#include "formats/car_files.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
 
 namespace {
-
-constexpr std::size_t identifier_length = 4;
 
 struct KindRow {
     FileKind kind;

@@ -35,13 +35,23 @@ public:
             fs::remove(made_.back(), ignored); // one that holds anything else stays
     }
 
-    void write(const NamedFile& file) {
-        make_folder(fs::path(file.name).parent_path());
-        FileContent before = read_file(file.name);
-        std::string reason;
-        if (save_file(file.name, file.content, &reason) != SaveOutcome::saved)
-            throw Refusal("cannot write " + file.name + (reason.empty() ? "" : ": " + reason));
-        earlier_.emplace_back(file.name, std::move(before));
+    // All are on the disk before the first takes its name.
+    void write(const std::vector<NamedFile>& files) {
+        std::vector<FileToSave> saves;
+        std::vector<FileContent> before;
+        for (const NamedFile& file : files) {
+            make_folder(fs::path(file.name).parent_path());
+            before.push_back(read_file(file.name));
+            saves.push_back({file.name, file.content});
+        }
+        const std::vector<SaveResult> results = save_files(saves);
+        std::string failure;
+        for (std::size_t i = 0; i < files.size(); ++i)
+            if (results[i].outcome == SaveOutcome::saved)
+                earlier_.emplace_back(files[i].name, std::move(before[i]));
+            else if (failure.empty())
+                failure = "cannot write " + files[i].name + (results[i].reason.empty() ? "" : ": " + results[i].reason);
+        if (!failure.empty()) throw Refusal(failure);
     }
 
     void keep() {
@@ -68,7 +78,6 @@ private:
 void write_output(const Output& output, bool replace) {
     if (!replace) expect_nothing_there(output);
     Written written;
-    for (const NamedFile& file : output.files)
-        written.write(file);
+    written.write(output.files);
     written.keep();
 }

@@ -9,6 +9,7 @@
 #include "files/directory.h"
 #include "files/replaced.h"
 #include "formats/bitmap_file.h"
+#include "formats/car_files.h"
 #include "formats/obj_file.h"
 #include "formats/parameter_file.h"
 #include "formats/project_file.h"
@@ -28,7 +29,6 @@
 
 namespace {
 
-constexpr std::size_t identifier_length = 4;
 const std::string no_car_data = "No car data in it: ";
 
 // What one reader or writer did, and what there is to say beside its outcome.
@@ -83,22 +83,6 @@ const FileKind* kind_of(const std::string& name) {
     const auto kind = std::ranges::find(file_kinds, extension_of(name), &FileKind::extension);
     return kind == std::end(file_kinds) ? nullptr : kind;
 }
-
-template <BitmapSet set>
-EncodedFile bitmaps_of_car() {
-    return {encode_bitmap_file(set)};
-}
-
-struct CarFile {
-    std::string_view prefix;
-    std::string_view extension;
-    EncodedFile (*content)(); // of the car as it is
-};
-// Also the order in which a car is loaded and saved.
-constexpr CarFile car_files[] = {{"car", ".res", parameter_file_of_car},
-                                 {"st", ".3sh", shape_file_of_car},
-                                 {"stda", ".vsh", bitmaps_of_car<BitmapSet::dashboard>},
-                                 {"stdb", ".vsh", bitmaps_of_car<BitmapSet::dots_and_digits>}};
 
 std::string unpacker() { return CONFIG("vorpack"); }
 
@@ -184,10 +168,6 @@ FoundName name_in_directory(const std::string& file) {
     return {found == content.entries.end() ? file : found->name, content.failure};
 }
 
-std::string part_name(const CarFile& part, const std::string& identifier) {
-    return std::string(part.prefix) + identifier + std::string(part.extension);
-}
-
 // Loads one of a car's files, by the name that the directory has it under.
 FileOutcome load_part(const std::string& file) {
     const FoundName found = name_in_directory(file);
@@ -260,7 +240,7 @@ CarOutcome load_car(const std::string& name, const std::string& identifier) {
     Moved moved(Transfer::load);
     CarOutcome result;
     for (const CarFile& part : car_files) {
-        const std::string file = part_name(part, identifier);
+        const std::string file = car_file_name(part, identifier);
         result.add(load_part(file), file);
         moved.add(result.last, result.last.file);
         if (result.last.code != file_status::read_error) continue;
@@ -276,7 +256,7 @@ CarOutcome save_car(const std::string& name, const std::string& identifier) {
     std::vector<std::string> names;
     std::vector<EncodedFile> contents;
     for (const CarFile& part : car_files) {
-        names.push_back(name_in_directory(part_name(part, identifier)).name);
+        names.push_back(name_in_directory(car_file_name(part, identifier)).name);
         contents.push_back(part.content());
     }
     std::vector<FileToSave> files;
@@ -287,7 +267,7 @@ CarOutcome save_car(const std::string& name, const std::string& identifier) {
     Moved moved(Transfer::save);
     CarOutcome result;
     for (std::size_t k = 0; k < names.size(); ++k) {
-        result.add(report_save(names[k], saved[k], contents[k].cut), part_name(car_files[k], identifier));
+        result.add(report_save(names[k], saved[k], contents[k].cut), car_file_name(car_files[k], identifier));
         moved.add(result.last, names[k]);
     }
     moved.note(DOCUMENT, name);
@@ -323,7 +303,7 @@ std::vector<std::string> targets_of(const std::string& name) {
     if (!names_a_car(name)) return {path_of(name)};
     std::vector<std::string> paths;
     for (const CarFile& part : car_files)
-        paths.push_back(path_of(name_in_directory(part_name(part, lower_case(name))).name));
+        paths.push_back(path_of(name_in_directory(car_file_name(part, lower_case(name))).name));
     return paths;
 }
 
