@@ -22,7 +22,7 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 COPIES = ROOT / "build" / "broken"
 EQUAL = ROOT / "scripts" / "equal_rules.txt"
 COPIED = ("CMakeLists.txt", "CMakePresets.json", "README.md", "CONTRIBUTING.md", "src", "tests", "tools", "data", "docs",
-          "fuzz", "scripts")
+          "fuzz", "packaging", "scripts")
 LONGEST_TEST = 120  # seconds: a change that never ends is noticed too
 
 OPERATORS = [
