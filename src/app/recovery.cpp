@@ -15,6 +15,8 @@ namespace {
 
 // Of who never pauses the work is kept all the same, so late.
 constexpr double patience_seconds = 0.5;
+// How soon it is looked whether what is being written could be written.
+constexpr double look_seconds = 0.05;
 
 bool is_idle(const Input& last) { return last.key.empty() && !last.mouse_changed(); }
 bool button_is_down() { return mouse().buttons != 0 || bar_mouse().buttons != 0; }
@@ -53,6 +55,11 @@ void Recovery::changed() {
 
 void Recovery::waiting(const Input& last) {
     tell_failure();
+    keep_when_due(last);
+    if (is_writing()) alarm_no_later_than(timer() + look_seconds);
+}
+
+void Recovery::keep_when_due(const Input& last) {
     if (!due_ || button_is_down()) return;
     const double now = timer();
     if (now >= *due_ + (is_idle(last) ? 0 : patience_seconds))
@@ -89,9 +96,11 @@ void Recovery::work() {
         if (jobs_.empty()) return;
         const Job job = std::move(jobs_.front());
         jobs_.pop_front();
+        at_work_ = true;
         guard.unlock();
         run(job);
         guard.lock();
+        at_work_ = false;
     }
 }
 
@@ -101,6 +110,11 @@ void Recovery::run(const Job& job) {
     if (keep_work(job.stem, *job.car, job.folder, reason)) return;
     const std::lock_guard guard(mutex_);
     failure_ = reason;
+}
+
+bool Recovery::is_writing() {
+    const std::lock_guard guard(mutex_);
+    return at_work_ || !jobs_.empty();
 }
 
 // Once: who was told that the disk is full knows it.

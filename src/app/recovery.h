@@ -40,6 +40,7 @@ private:
         std::string folder{};
     };
 
+    void keep_when_due(const Input& last);
     std::string stem_of_now();
     bool is_kept(const std::string& stem) const;
     void drop(const std::string& stem);
@@ -47,6 +48,7 @@ private:
     void work();
     void run(const Job& job);
     void tell_failure();
+    bool is_writing();
     void stop();
 
     const bool on_;
@@ -59,6 +61,7 @@ private:
     std::mutex mutex_; // of what follows
     std::condition_variable more_;
     std::deque<Job> jobs_;
+    bool at_work_ = false; // on a job that is no longer among them
     std::string failure_;
     bool over_ = false;
     std::thread thread_;

@@ -22,8 +22,9 @@ void repaint_screens() {
 }
 
 void about_to_read(const Input& last) {
-    keep_strip();
+    set_alarm(std::nullopt);
     if (hooks.waiting) hooks.waiting(last);
+    keep_strip(); // also with what the hook had to say
 }
 
 bool taken_everywhere(const Input& input) { return !input.key.empty() && hooks.everywhere && hooks.everywhere(input); }

@@ -100,7 +100,7 @@ void set_car_fact(const std::string& fact) { strip.words.car_fact = fact; }
 void keep_strip() {
     say_what_could_not_be_read();
     if (const auto end = strip_changes_at(); end && timer() >= *end) strip.words.message.clear();
-    set_alarm(strip_changes_at());
+    if (const auto at = strip_changes_at()) alarm_no_later_than(*at);
     if (strip.words == strip.drawn) return;
     strip.drawn = strip.words;
     draw_strip();

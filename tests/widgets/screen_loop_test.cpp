@@ -293,6 +293,12 @@ TEST_F(ScreenLoop, AHookMayAskForEverythingToBeDrawnAnew) {
     run({typed("x"), look([this] { EXPECT_THAT(sheet.log, ElementsAre("repaint", "repaint")); }), typed("q")});
 }
 
+TEST_F(ScreenLoop, WhatAHookSaysBeforeAWaitIsShownBeforeThatWait) {
+    set_loop_hooks({.waiting = [](const Input&) { say("kept"); }});
+    about_to_read({});
+    EXPECT_TRUE(screen_shows(208, 616, "kept", colour::title));
+}
+
 TEST_F(ScreenLoop, ResettingTheProgramTakesTheHooksAway) {
     set_loop_hooks({.before = [](const Input&) { return true; }, .after = {}});
     reset_program();
