@@ -33,7 +33,7 @@ std::string name_in_folder(const std::string& folder, const std::string& name) {
     if (file_exists(folder + name)) return name;
     std::error_code error;
     for (const auto& entry : std::filesystem::directory_iterator(folder.empty() ? "." : folder, error))
-        if (const std::string found = entry.path().filename(); lower_case(found) == name) return found;
+        if (std::string found = entry.path().filename(); lower_case(found) == name) return found;
     return name;
 }
 

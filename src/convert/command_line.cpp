@@ -68,7 +68,7 @@ public:
 
 private:
     std::string next() {
-        const std::string argument = rest_.front();
+        std::string argument = rest_.front();
         rest_ = rest_.subspan(1);
         return argument;
     }

@@ -85,7 +85,7 @@ std::string target_in_folder(std::string_view source, std::string_view folder, F
     const std::string stem(stem_of(source));
     if (kind == FileKind::car_files && stem.size() != identifier_length)
         throw Refusal("a car's identifier has four characters, not \"" + stem + "\"");
-    const std::string name = std::string(folder) + stem;
+    std::string name = std::string(folder) + stem;
     if (kind == FileKind::car_files) return name;
     return kind == FileKind::folder ? name + "/" : name + "." + std::string(row_of(kind)->name);
 }

@@ -113,7 +113,7 @@ ImageHandle decode_whole_targa(FileBytes file) {
         throw Refusal(TARGAERRORMESSAGE);
     }
     if (!picture.whole) throw Refusal(ends_early);
-    return picture.image->bytes_per_pixel() == 4 ? std::move(picture.image) : of_32_bits(picture);
+    return of_32_bits(picture);
 }
 
 template <void (*expect_whole)(FileBytes)>

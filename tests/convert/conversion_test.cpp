@@ -254,5 +254,12 @@ TEST_F(CarConversions, ChecksSayWhatIsFound) {
     EXPECT_FALSE(empty.done);
     EXPECT_THAT(empty.text, testing::StartsWith(directory / "a.car" + ": serious: "));
     EXPECT_FALSE(check(directory / "a.res").done);
+    expect_converted(sample_folder + "brux", directory / "b.car");
+    LOADCAR(directory / "b.car");
+    CARSIGNNAME = "A name too long for a sign";
+    SAVECAR(directory / "b.car");
+    const ConvertOutcome doubtful = check(directory / "b.car");
+    EXPECT_TRUE(doubtful.done);
+    EXPECT_THAT(doubtful.text, testing::StartsWith(directory / "b.car" + ": doubtful: Sign name: "));
     EXPECT_FALSE(check(directory / "none.car").done);
 }
