@@ -4,12 +4,12 @@
 #include "base/config.h"
 #include "base/text.h"
 #include "files/dropped_path.h"
+#include "files/file_fields.h"
 #include "files/file_list.h"
 #include "files/kept_work.h"
 #include "files/list_view.h"
 #include "files/transfer.h"
 #include "model/check_car.h"
-#include "widgets/line_edit.h"
 #include "widgets/screen_loop.h"
 #include "widgets/strip.h"
 #include "widgets/widgets.h"
@@ -23,26 +23,15 @@
 
 namespace {
 
-constexpr std::size_t field_limit = 62;
-constexpr int field_cells = 63; // of a field's text that have room beside its label, the caret behind the last included
-constexpr std::uint32_t field_caret = 0xFF00FA00;
-
-constexpr Rectangle field_area{90, 60, 597, 91};
-constexpr int label_x = 30; // of the fields' labels, which count as parts of them
 constexpr Rectangle status_area{650, 150, 937, 197};
 constexpr std::size_t status_cells = 36;
 constexpr std::size_t status_lines = 3;
 
 constexpr int load_button = 1, save_button = 2, toggle_button = 3;
 
-enum class Field : std::size_t { directory, file };
-
 struct FileScreen : ScreenState {
     std::uint8_t mode = file_screen_mode::cars;
-    std::array<LineEdit, 2> fields{LineEdit(field_limit, current_directory(), Typing::file_name),
-                                   LineEdit(field_limit, {}, Typing::file_name)};
-    Field focus = Field::file;
-    std::array<int, 2> first_in_view{}; // character of each field
+    FileFields fields{current_directory()};
     ListView list;
     int drawn_row = no_list_row; // that the screen shows as pointed at
     int chosen = 0;
@@ -52,10 +41,6 @@ struct FileScreen : ScreenState {
     std::string result{};
 
     explicit FileScreen(std::uint8_t in_mode);
-    LineEdit& field(Field which) { return fields[static_cast<std::size_t>(which)]; }
-    const LineEdit& field(Field which) const { return fields[static_cast<std::size_t>(which)]; }
-    LineEdit& focused() { return field(focus); }
-    int first(Field which) const { return first_in_view[static_cast<std::size_t>(which)]; }
 };
 
 std::string first_list_mode(std::uint8_t mode) {
@@ -79,42 +64,13 @@ FileScreen::FileScreen(std::uint8_t in_mode) : mode(in_mode), list_mode(first_li
 
 // --- drawing -------------------------------------------------------------------------------------------------------
 
-int field_y(Field which) { return field_area.y1 + glyph_height * static_cast<int>(which); }
-
-// A text longer than its field has room for is shown so that its caret can be seen, and where it has none from its
-// start.
-void keep_carets_in_view(FileScreen& state) {
-    int& first = state.first_in_view[static_cast<std::size_t>(state.focus)];
-    const int caret = static_cast<int>(state.focused().caret_cell());
-    const int kept = std::clamp(first, std::max(0, caret - (field_cells - 1)), caret);
-    state.first_in_view = {};
-    first = kept;
-}
-
 void draw_frame(Canvas& canvas) {
     clear_work_area(canvas);
     draw_text(canvas, 16, 16, "= FILES =", colour::title);
     draw_section(canvas, {16, 50, 599, 99}, "Input", false);
     draw_section(canvas, {16, 119, 599, 589}, "Files", false);
     draw_section(canvas, {620, 50, 939, 199}, "Options", false);
-    draw_text(canvas, label_x, field_y(Field::directory), "Dir:", colour::label);
-    draw_text(canvas, label_x, field_y(Field::file), "File:", colour::label);
-}
-
-void draw_field(const FileScreen& state, Field which, Canvas& canvas) {
-    const LineEdit& field = state.field(which);
-    const int first = state.first(which);
-    const std::string in_view = field.shown().substr(static_cast<std::size_t>(first), field_cells);
-    draw_text(canvas, field_area.x1, field_y(which), in_view, colour::value);
-    if (state.focus != which) return;
-    const int cell = static_cast<int>(field.caret_cell()) - first;
-    draw_box_relative(canvas, field_area.x1 + glyph_width * cell, field_y(which), 0, 14, field_caret);
-}
-
-void draw_fields(const FileScreen& state, Canvas& canvas) {
-    fill_box(canvas, field_area, colour::background);
-    draw_field(state, Field::directory, canvas);
-    draw_field(state, Field::file, canvas);
+    FileFields::draw_labels(canvas);
 }
 
 // The status line, and what goes on below it: the rest of a longer text, the first of several files that failed.
@@ -166,8 +122,8 @@ void redraw(FileScreen& state) {
     }
     if (state.rescan) rescan(state);
     if (state.redraw_fields) {
-        keep_carets_in_view(state);
-        draw_fields(state, screen());
+        state.fields.keep_caret_in_view();
+        state.fields.draw(screen());
     }
     if (state.redraw_status) draw_status(state.status, screen());
     draw_list_changes(state, screen());
@@ -187,8 +143,7 @@ bool finish_click(FileScreen& state) {
 // --- actions -------------------------------------------------------------------------------------------------------
 
 void put_text(FileScreen& state, Field which, const std::string& text) {
-    state.field(which).set_text(text);
-    if (state.focus == which) state.focused().caret_to_end();
+    state.fields.put_text(which, text);
     state.redraw_fields = true;
 }
 
@@ -196,7 +151,7 @@ void put_text(FileScreen& state, Field which, const std::string& text) {
 // was saved.
 void show_where_it_went(FileScreen& state, Transfer direction) {
     const std::string directory = current_directory();
-    if (state.field(Field::directory).text() != directory) put_text(state, Field::directory, directory);
+    if (state.fields.text(Field::directory) != directory) put_text(state, Field::directory, directory);
     if (direction == Transfer::save) read_list(state);
 }
 
@@ -213,7 +168,7 @@ void tell_checks(const std::string& note) {
 }
 
 void run_transfer(FileScreen& state, Transfer direction) {
-    const std::string name = state.field(Field::file).text();
+    const std::string name = state.fields.text(Field::file);
     const TransferReport report = transfer(direction, name);
     if (report.unknown_format && state.mode == file_screen_mode::pictures) {
         state.result = (direction == Transfer::load ? "L:" : "S:") + name;
@@ -256,8 +211,7 @@ void enter_directory(FileScreen& state, const std::string& path) {
 }
 
 void switch_focus(FileScreen& state) {
-    state.focus = state.focus == Field::file ? Field::directory : Field::file;
-    state.focused().caret_to_end();
+    state.fields.switch_focus();
     state.redraw_fields = true;
 }
 
@@ -268,24 +222,13 @@ void scroll(FileScreen& state, int rows_down) {
     state.redraw_list = true;
 }
 
-// The field at a place, its label included.
-std::optional<Field> field_at(Point at) {
-    if (at.x < label_x || at.x > field_area.x2 || at.y < field_area.y1 || at.y > field_area.y2) return std::nullopt;
-    return at.y < field_y(Field::file) ? Field::directory : Field::file;
-}
-
-// The caret goes to the gap between two characters that is nearest.
-void click_into(FileScreen& state, Field which) {
-    const int cell = (state.input.mouse.x - field_area.x1 + glyph_width / 2) / glyph_width + state.first(which);
-    state.focus = which;
-    state.focused().move_caret_to_cell(static_cast<std::size_t>(std::max(0, cell)));
-    state.redraw_fields = true;
-}
-
 void on_mouse(FileScreen& state) {
     const MouseState& at = state.input.mouse;
     if (state.input.left_pressed() && at.buttons == 1)
-        if (const auto field = field_at(at.at())) click_into(state, *field);
+        if (const auto field = FileFields::at(at.at())) {
+            state.fields.click_into(*field, at.x);
+            state.redraw_fields = true;
+        }
     const bool inside = in_list(at.at());
     state.list.row = inside ? list_row_at(at.at()) : no_list_row;
     if (!inside) return;
@@ -309,13 +252,13 @@ void maintain_buttons(FileScreen& state) {
 // --- keys ----------------------------------------------------------------------------------------------------------
 
 void edit_field(FileScreen& state) {
-    if (state.focused().handle_key(state.input.key))
+    if (state.fields.handle_key(state.input.key))
         state.redraw_fields = true;
     else if (key::printable(state.input.key))
         tell(std::to_string(field_limit) + " characters at most");
 }
 
-void empty_field(FileScreen& state) { put_text(state, state.focus, ""); }
+void empty_field(FileScreen& state) { put_text(state, state.fields.focus(), ""); }
 
 template <int pages_down>
 void page(FileScreen& state) {
@@ -324,8 +267,8 @@ void page(FileScreen& state) {
 }
 
 void enter_typed_directory(FileScreen& state) {
-    if (state.focus == Field::file) return tell("Ctrl+L loads, Ctrl+S saves");
-    enter_directory(state, state.focused().text());
+    if (state.fields.focus() == Field::file) return tell("Ctrl+L loads, Ctrl+S saves");
+    enter_directory(state, state.fields.text(Field::directory));
 }
 
 template <Transfer direction>
@@ -333,8 +276,8 @@ void transfer_by_key(FileScreen& state) {
     run_transfer(state, direction);
 }
 
-bool names_something(const FileScreen& state) { return stands_for_files(state.field(Field::file).text()); }
-bool is_in_directory_field(const FileScreen& state) { return state.focus == Field::directory; }
+bool names_something(const FileScreen& state) { return stands_for_files(state.fields.text(Field::file)); }
+bool is_in_directory_field(const FileScreen& state) { return state.fields.focus() == Field::directory; }
 bool lists_cars(const FileScreen& state) { return state.mode == file_screen_mode::cars; }
 
 constexpr KeyBinding<FileScreen> keys[] = {
