@@ -27,7 +27,7 @@ std::string identifier_in(const std::string& name) {
 
 // Without a "." it would be taken for an identifier.
 std::string name_in_field(const std::string& name) {
-    if (const std::string identifier = identifier_in(name); !identifier.empty()) return identifier;
+    if (std::string identifier = identifier_in(name); !identifier.empty()) return identifier;
     return name.find('.') == std::string::npos ? "./" + name : name;
 }
 

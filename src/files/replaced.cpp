@@ -39,7 +39,7 @@ std::string make_set(const std::string& name, std::string& reason) {
     if (!make_private_folder(all, reason)) return {};
     const std::string start = all + "/" + now_as_name() + "-" + name;
     for (int number = 1; number < most_in_a_second; ++number) {
-        const std::string folder = number == 1 ? start : start + "-" + std::to_string(number);
+        std::string folder = number == 1 ? start : start + "-" + std::to_string(number);
         if (::mkdir(folder.c_str(), 0700) == 0) return folder;
         reason = std::generic_category().message(errno);
         if (errno != EEXIST) break;
