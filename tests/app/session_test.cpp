@@ -69,8 +69,12 @@ TEST_F(SessionTest, ARunOfOneArrowKeyIsOneStep) {
 
 TEST_F(SessionTest, NothingIsTakenBackWhileAButtonIsDown) {
     visit({to_screen(parameters)});
-    visit(type_brakes("7") + std::vector<ScriptStep>{press(100, 400), undo_step, brakes_are(7), release(100, 400),
-                                                     undo_step, undo_step, brakes_are(new_brakes)});
+    const int point = point_at(100);
+    visit(type_brakes("7") +
+          std::vector<ScriptStep>{press(100, 400), undo_step,
+                                  look([point] { EXPECT_NE(torque(point), 0) << "the stroke goes on"; }),
+                                  release(100, 400), undo_step, look([point] { EXPECT_EQ(torque(point), 0); }),
+                                  brakes_are(7), undo_step, brakes_are(new_brakes)});
 }
 
 TEST_F(SessionTest, WhoeverLoadsOverUnsavedWorkGetsItBack) {

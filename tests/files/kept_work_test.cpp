@@ -161,6 +161,10 @@ TEST_F(KeptWorkTest, IsKeptForThirtyDaysAndTwentyAtMost) {
     EXPECT_FALSE(fs::exists(path("work-34.car")));
     EXPECT_FALSE(fs::exists(path("work-13.car")));
     EXPECT_TRUE(fs::exists(path("work-14.car")));
+    set_time("work-20", "2024-01-01 00:00:00 UTC");
+    tidy_kept_works();
+    EXPECT_FALSE(fs::exists(path("work-20.car"))) << "too old";
+    EXPECT_TRUE(fs::exists(path("work-14.car")));
 }
 
 TEST_F(KeptWorkTest, WhatAKilledProgramLeftHalfDoneGoes) {

@@ -130,8 +130,9 @@ TEST_F(SavedCarTest, ALoadedFileThatBringsNotAllLeavesTheRestUnsaved) {
 }
 
 TEST_F(SavedCarTest, AnotherOrderOfTheBitmapsIsNoChange) {
+    add_bitmap("roof");
     load_brux();
-    std::swap(BITMAP[1], BITMAP[2]);
+    std::swap(BITMAP[1], BITMAP[3]);
     EXPECT_FALSE(saved_car().unsaved);
 }
 
