@@ -33,8 +33,9 @@ bool make_private_folder(const std::string& path, std::string& reason) {
     }
     for (std::size_t end = path.find('/', 1);; end = path.find('/', end + 1)) {
         const std::string folder = path.substr(0, end);
-        if (::mkdir(folder.c_str(), 0700) != 0 && !is_folder(folder)) {
-            reason = folder + ": " + std::generic_category().message(errno);
+        const int error = ::mkdir(folder.c_str(), 0700) == 0 ? 0 : errno;
+        if (error != 0 && !is_folder(folder)) {
+            reason = folder + ": " + std::generic_category().message(error);
             return false;
         }
         if (end == std::string::npos) return true;

@@ -183,3 +183,30 @@ TEST_F(KeptWorkTest, ThatCannotBeWrittenSaysWhy) {
     EXPECT_NE(reason, "");
     EXPECT_THAT(offered_works(), IsEmpty());
 }
+
+TEST_F(KeptWorkTest, WhereTheDiskIsFullTheWorkThatWasKeptBeforeStaysWhole) {
+    set_par_word(4, 77);
+    keep_by_another("work-a", "Brux");
+    const Bytes before = get_file(path("work-a.car"));
+    constexpr unsigned less_than_a_project = 200;
+    std::string reason;
+    const int kept = run_with_file_size_limit(less_than_a_project, [&] {
+        set_par_word(4, 78);
+        const bool done = keep_work("work-a", DOCUMENT, "/cars", reason);
+        return done ? 1 : reason.empty() ? 2 : 0;
+    });
+    EXPECT_EQ(kept, 0);
+    EXPECT_EQ(get_file(path("work-a.car")), before);
+    EXPECT_THAT(names(), ElementsAre("work-a.car", "work-a.lock", "work-a.txt"));
+}
+
+TEST_F(KeptWorkTest, InAFolderThatMayNotBeWrittenNothingIsKeptAndSaysWhy) {
+    fs::permissions(state.path(), static_cast<fs::perms>(0555));
+    const int kept = run_as_ordinary_user([&] {
+        std::string reason;
+        const bool done = keep_work("work-a", DOCUMENT, "/cars", reason);
+        return done ? 1 : reason.find("Permission denied") == std::string::npos ? 2 : 0;
+    });
+    EXPECT_EQ(kept, 0);
+    EXPECT_TRUE(fs::is_empty(state.path()));
+}
