@@ -18,6 +18,7 @@ bool History::continues_run(std::string_view key, double time) const {
 bool History::note(const CarDocument& now, std::string_view key, double time) {
     if (now == last_) {
         last_.origin = now.origin;
+        if (!key.empty() && key != run_key_) end_run();
         return false;
     }
     forget_redo();
@@ -64,7 +65,7 @@ void History::forget_oldest() {
 
 std::string History::undo(CarDocument& document) {
     note(document, {}, run_time_);
-    run_key_.clear();
+    end_run();
     if (!can_undo()) return {};
     const CarDocument newer = last_;
     steps_[--done_].take_back(last_);
@@ -74,7 +75,7 @@ std::string History::undo(CarDocument& document) {
 
 std::string History::redo(CarDocument& document) {
     note(document, {}, run_time_);
-    run_key_.clear();
+    end_run();
     if (!can_redo()) return {};
     const CarDocument older = last_;
     steps_[done_++].bring(last_);

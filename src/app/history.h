@@ -23,6 +23,9 @@ public:
     // is one step.
     bool note(const CarDocument& now, std::string_view key, double time);
 
+    // Something else was done, which changed nothing: the next cursor key begins a step.
+    void end_run() { run_key_.clear(); }
+
     bool can_undo() const { return done_ > 0; }
     bool can_redo() const { return done_ < steps_.size(); }
     // Puts the document back by a step, or brings the step again. Returns the words for what was undone or redone; ""

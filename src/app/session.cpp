@@ -72,7 +72,7 @@ bool take_key(const Input& input) {
 }
 
 void note_what_was_done(const Input& input) {
-    if (button_is_down(input)) return;
+    if (button_is_down(input)) return session->history.end_run();
     const bool changed = session->history.note(DOCUMENT, input.key, timer());
     if (!changed && session->saved_revision == saved_car_revision()) return;
     session->saved_revision = saved_car_revision();

@@ -126,5 +126,5 @@ std::string step_words(const CarDocument& older, const CarDocument& newer) {
     std::string all;
     for (const std::string& part : parts)
         all += (all.empty() ? "" : ", ") + part;
-    return all;
+    return all.empty() ? "bitmaps" : all;
 }

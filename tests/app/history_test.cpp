@@ -95,6 +95,20 @@ TEST_F(HistoryTest, ARunOfOneCursorKeyWithinASecondIsOneStep) {
     EXPECT_EQ(par_word(par_offset::mass), 20);
 }
 
+TEST_F(HistoryTest, WhatWasDoneMeanwhileEndsARunAlsoWhenItChangedNothing) {
+    History history(DOCUMENT);
+    set_mass(21);
+    history.note(DOCUMENT, key::right, 0);
+    history.note(DOCUMENT, "", 0.1); // a pause, or the mouse moved
+    set_mass(22);
+    history.note(DOCUMENT, key::right, 0.2);
+    EXPECT_EQ(history.steps(), 1u);
+    history.note(DOCUMENT, key::page_down, 0.3); // what is moved next
+    set_mass(23);
+    history.note(DOCUMENT, key::right, 0.4);
+    EXPECT_EQ(history.steps(), 2u);
+}
+
 TEST_F(HistoryTest, ARunThatComesBackToItsBeginningIsNoStep) {
     History history(DOCUMENT);
     set_mass(21);
@@ -210,6 +224,8 @@ TEST_F(HistoryTest, NamesWhatChangedInTheCockpit) {
               "picture of dast");
     EXPECT_EQ(words_for([] { BITMAP[RBM("roof")].relative_x = 7; }), "place of roof");
     EXPECT_EQ(words_for([] { BITMAP[RBM("roof")].pixels.edit()[0] = 7; }), "picture of roof");
+    add("ins3");
+    EXPECT_EQ(words_for([] { std::swap(BITMAP[1], BITMAP[BITMAPS]); }), "bitmaps");
     EXPECT_EQ(words_for([] { drop_bitmap(RBM("roof")); }), "removal of roof");
     add("ins2");
     add("ins1");

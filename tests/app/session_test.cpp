@@ -67,6 +67,12 @@ TEST_F(SessionTest, ARunOfOneArrowKeyIsOneStep) {
            look([] { EXPECT_EQ(torque(0), 4); }), undo_step, look([] { EXPECT_EQ(torque(0), 0); })});
 }
 
+TEST_F(SessionTest, AClickEndsARun) {
+    visit({to_screen(parameters)});
+    const ScriptStep up = key_press(Key::up);
+    visit({up, click(20, 20), up, undo_step, look([] { EXPECT_EQ(torque(0), 1); })});
+}
+
 TEST_F(SessionTest, NothingIsTakenBackWhileAButtonIsDown) {
     visit({to_screen(parameters)});
     const int point = point_at(100);
