@@ -317,7 +317,7 @@ TransferReport save_with_care(const std::string& name) {
     ReplacedFiles replaced(name, targets_of(name));
     TransferReport result = run(Transfer::save, name);
     const std::string message = replaced.settle();
-    if (!message.empty() && result.note.empty()) result.note = message;
+    if (!message.empty()) result.note += (result.note.empty() ? "" : "; ") + message;
     return result;
 }
 

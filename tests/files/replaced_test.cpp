@@ -76,7 +76,9 @@ TEST_F(Replaced, WhatWasNotReplacedIsNotKept) {
     fs::create_directory("cartest.res");
     put_file("sttest.3sh", bytes_of("old"));
     fs::create_directory("stdatest.vsh");
-    transfer(Transfer::save, "test");
+    EXPECT_THAT(
+        transfer(Transfer::save, "test").note,
+        testing::MatchesRegex("Cannot be written: cartest.res: .*; test was replaced; the old files are kept in .*"));
     EXPECT_EQ(sets().size(), 1u) << "one of them was";
     put_file("locked.res", bytes_of("old"));
     fs::permissions("locked.res", fs::perms::none);
