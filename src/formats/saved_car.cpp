@@ -34,6 +34,7 @@ struct Files {
     std::uint32_t loads = 0, revision = 0;
 };
 Files files;
+const Origin forgotten{}; // also for the end of the program, which asks last
 
 std::size_t number(CarPart part) { return static_cast<std::size_t>(part); }
 
@@ -85,7 +86,6 @@ bool is_nothing(const CarDocument& car, CarPart part) {
 }
 
 const Origin& origin_of(const CarDocument& car) {
-    static const Origin forgotten;
     const auto found = files.origins.find(car.origin.load);
     return found == files.origins.end() ? forgotten : found->second;
 }
