@@ -44,11 +44,13 @@ bool Recovery::is_kept(const std::string& stem) const {
 
 void Recovery::changed() {
     if (!on_) return;
-    due_.reset();
     if (!saved_car().unsaved) {
+        due_.reset();
         drop(own_stem_);
         if (const AdoptedWork* const adopted = adopted_work()) drop(adopted->stem);
-    } else if (!is_kept(stem_of_now())) {
+    } else if (is_kept(stem_of_now())) {
+        due_.reset();
+    } else if (!due_) { // what is due already does not wait for more
         due_ = std::max(timer(), written_at_ + kept_every_seconds);
     }
 }
@@ -76,9 +78,10 @@ void Recovery::keep_now() {
     hand_over({stem, DOCUMENT, current_directory()});
 }
 
-void Recovery::drop(const std::string& stem) {
-    const bool kept = handed_.erase(stem) > 0 || (adopted_work() && adopted_work()->stem == stem);
-    if (kept) hand_over({stem, std::nullopt});
+// What is unsaved later is kept under a stem of this run: nothing of another run's is left to go on with.
+void Recovery::drop(std::string stem) {
+    const bool adopted = forget_adopted_work(stem), kept = handed_.erase(stem) > 0;
+    if (adopted || kept) hand_over({std::move(stem), std::nullopt});
 }
 
 void Recovery::hand_over(Job job) {
@@ -126,7 +129,14 @@ void Recovery::tell_failure() {
     say(code_page_from_utf8("Unsaved work is not kept: " + failure_));
 }
 
+bool Recovery::has_failed() {
+    const std::lock_guard guard(mutex_);
+    return !failure_.empty();
+}
+
+// What could not be written is tried once more.
 void Recovery::finish() {
+    if (has_failed() && on_ && saved_car().unsaved) handed_.erase(stem_of_now());
     changed();
     if (due_) keep_now();
     stop();

@@ -43,12 +43,13 @@ private:
     void keep_when_due(const Input& last);
     std::string stem_of_now();
     bool is_kept(const std::string& stem) const;
-    void drop(const std::string& stem);
+    void drop(std::string stem);
     void hand_over(Job job);
     void work();
     void run(const Job& job);
     void tell_failure();
     bool is_writing();
+    bool has_failed();
     void stop();
 
     const bool on_;

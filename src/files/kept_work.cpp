@@ -11,6 +11,7 @@
 #include "model/power_gear.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <fcntl.h>
 #include <filesystem>
 #include <map>
@@ -28,6 +29,7 @@ namespace fs = std::filesystem;
 constexpr std::string_view stem_start = "work-";
 constexpr const char *project_end = ".car", *line_end = ".txt", *lock_end = ".lock";
 constexpr std::size_t listed_name_length = 40;
+constexpr const char* held_by_another = "Another program works on it";
 constexpr char time_format[] = "%Y-%m-%d %H:%M:%S UTC";
 
 struct Works {
@@ -49,19 +51,31 @@ bool is_still(const Descriptor& file, const std::string& path) {
     return ::fstat(file.number(), &opened) == 0 && ::stat(path.c_str(), &named) == 0 && opened.st_ino == named.st_ino;
 }
 
-void claim(const std::string& stem) {
+// Who only looks whether a stem is claimed keeps it locked for a moment, too.
+bool is_locked_for_long(const Descriptor& file) {
+    constexpr int attempts = 50;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        if (::flock(file.number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return false;
+        ::usleep(1000);
+    }
+    return true;
+}
+
+// False when another program has claimed it. A file system without locks is no reason not to keep work.
+bool claim(const std::string& stem) {
     const std::lock_guard guard(works.mutex);
-    if (works.claimed.contains(stem)) return;
+    if (works.claimed.contains(stem)) return true;
     const std::string path = path_of(stem, lock_end);
     constexpr int attempts = 10;
     for (int attempt = 0; attempt < attempts; ++attempt) {
         Descriptor file(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
-        if (!file.open()) return;
-        ::flock(file.number(), LOCK_EX);
+        if (!file.open()) return true;
+        if (is_locked_for_long(file)) return false;
         if (!is_still(file, path)) continue;
         works.claimed.emplace(stem, std::move(file));
-        return;
+        return true;
     }
+    return true;
 }
 
 bool is_mine(const std::string& stem) {
@@ -76,7 +90,7 @@ bool is_adopted(const std::string& stem) {
 bool is_held_by_another(const std::string& stem) {
     if (is_mine(stem)) return false;
     const Descriptor file(::open(path_of(stem, lock_end).c_str(), O_RDWR | O_CLOEXEC));
-    return file.open() && ::flock(file.number(), LOCK_EX | LOCK_NB) != 0;
+    return file.open() && ::flock(file.number(), LOCK_SH | LOCK_NB) != 0;
 }
 
 void remove_files(const std::string& stem) {
@@ -140,7 +154,10 @@ std::vector<KeptWork> free_works() {
 
 bool keep_work(const std::string& stem, const CarDocument& car, const std::string& folder, std::string& reason) {
     if (!make_private_folder(state_folder(), reason)) return false;
-    claim(stem);
+    if (!claim(stem)) {
+        reason = held_by_another;
+        return false;
+    }
     const Bytes project = encode_project_file(project_of(car));
     const std::string line = line_for(car, folder, std::time(nullptr));
     const FileToSave files[] = {
@@ -194,15 +211,14 @@ std::string shown_work(const KeptWork& work) {
 }
 
 TransferReport load_kept_work(const std::string& stem) {
-    if (is_held_by_another(stem)) return {.text = "Another program works on it", .failed = true};
+    if (is_held_by_another(stem)) return {.text = held_by_another, .failed = true};
     const std::string path = path_of(stem, project_end), name = utf8_from_code_page(work_of(stem).car);
     const FileOutcome outcome = LOADCAR(path);
     const bool loaded = outcome.succeeded() || outcome.code == file_status::cut_to_fit;
     if (!loaded) return {.text = std::string(error_text(outcome.code)) + ": " + path, .failed = true};
     UPDATEPG(false); // which a project does not hold
     note_load_of_kept_work(CARNAME);
-    claim(stem);
-    works.adopted[DOCUMENT.origin.load] = {stem, DOCUMENT};
+    if (claim(stem)) works.adopted[DOCUMENT.origin.load] = {stem, DOCUMENT}; // or another program was quicker
     const bool whole = outcome.succeeded() && outcome.remark == FileRemark::none;
     return {.text = "Loaded " + name, .note = whole ? "" : "The kept work is damaged: loaded as far as it goes"};
 }
@@ -210,6 +226,10 @@ TransferReport load_kept_work(const std::string& stem) {
 const AdoptedWork* adopted_work() {
     const auto found = works.adopted.find(DOCUMENT.origin.load);
     return found == works.adopted.end() ? nullptr : &found->second;
+}
+
+bool forget_adopted_work(const std::string& stem) {
+    return std::erase_if(works.adopted, [&](const auto& one) { return one.second.stem == stem; }) > 0;
 }
 
 void tidy_kept_works() {

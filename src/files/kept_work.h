@@ -44,6 +44,8 @@ struct AdoptedWork {
 };
 // What the car of DOCUMENT was loaded from, if that is kept work.
 const AdoptedWork* adopted_work();
+// It is kept no more: whatever was loaded from it has no kept work any longer. False when nothing was.
+bool forget_adopted_work(const std::string& stem);
 
 // Removes what is older than 30 days or too much, and what killed programs left half done. Work of programs that run
 // stays.

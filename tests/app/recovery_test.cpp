@@ -1,4 +1,5 @@
 // Unsaved work is kept by itself, in visits of the whole program.
+#include "app/recovery.h"
 #include "app/session.h"
 #include "app/session_test.h"
 #include "base/config.h"
@@ -9,6 +10,7 @@
 #include "window/window.h"
 
 #include <fstream>
+#include <functional>
 #include <utility>
 
 namespace {
@@ -34,6 +36,11 @@ protected:
         for (const auto& entry : fs::directory_iterator(state / "karosmit", none))
             if (entry.path().extension() == ".car") found.push_back(entry.path().string());
         return found;
+    }
+    static bool comes_to_be(const std::function<bool()>& wanted) {
+        for (int k = 0; k < 300 && !wanted(); ++k)
+            ::usleep(10'000);
+        return wanted();
     }
     // A run that ends with these steps, as the next program finds it.
     void run_and_end(const std::vector<ScriptStep>& steps) {
@@ -122,6 +129,42 @@ TEST_F(RecoveryTest, WorkIsKeptInTheFirstIdleMomentAndAtMostEveryFiveSeconds) {
                                       EXPECT_EQ(kept_brakes(), 77) << "not yet";
                                   }),
                                   wait(2.5), mouse_at(20, 20), later(78)});
+}
+
+// Where every reading of input finds the next key.
+TEST_F(RecoveryTest, OfWhoNeverPausesTheWorkIsKeptAllTheSame) {
+    Recovery recovery;
+    Input key;
+    key.key = "1";
+    for (std::uint16_t brakes = 401; brakes < 410; ++brakes) {
+        window.clock += 0.2;
+        set_par_word(brakes_offset, brakes);
+        recovery.changed();
+        recovery.waiting(key);
+    }
+    EXPECT_TRUE(comes_to_be([&] { return projects().size() == 1; }));
+}
+
+TEST_F(RecoveryTest, WhatCouldNotBeKeptIsTriedOnceMoreAtTheEnd) {
+    write_text(state / "karosmit", "in the way");
+    Recovery recovery;
+    set_par_word(brakes_offset, 77);
+    recovery.changed();
+    recovery.keep_now();
+    EXPECT_TRUE(comes_to_be([&] {
+        recovery.waiting({});
+        return said().starts_with("Unsaved work is not kept: ");
+    }));
+    fs::remove(state / "karosmit");
+    recovery.finish();
+    EXPECT_EQ(kept_brakes(), 77);
+}
+
+TEST_F(RecoveryTest, WorkThatWasLoadedAndSavedIsKeptAgainWhenTheSavedIsTakenBack) {
+    run_and_end(edit);
+    run_and_end(std::vector<ScriptStep>{first_row, to_screen(3)} + type_brakes("78") +
+                std::vector<ScriptStep>{to_screen(0)} + save("mine") + std::vector<ScriptStep>{undo_step});
+    EXPECT_EQ(kept_brakes(), 77);
 }
 
 TEST_F(RecoveryTest, NothingIsKeptWhileAButtonIsDown) {

@@ -1,5 +1,6 @@
 #include "files/kept_work.h"
 
+#include "base/descriptor.h"
 #include "base/reset.h"
 #include "base/state_folder.h"
 #include "files/file_list.h"
@@ -12,9 +13,11 @@
 #include "support/temporary_directory.h"
 #include "support/text_file.h"
 
+#include <fcntl.h>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 
 namespace {
 
@@ -115,6 +118,21 @@ TEST_F(KeptWorkTest, OfARunningProgramIsNotOffered) {
     EXPECT_EQ(in_another([] { return load_kept_work("work-mine").failed; }), 0);
     tidy_kept_works();
     EXPECT_EQ(names().size(), 3u);
+}
+
+TEST_F(KeptWorkTest, OfARunningProgramIsNotWrittenOver) {
+    keep("work-mine", "Brux");
+    EXPECT_EQ(in_another([] { return !keep("work-mine", "Vela"); }), 0);
+    EXPECT_NE(read_text(path("work-mine.txt")).find("Brux"), std::string::npos);
+}
+
+TEST_F(KeptWorkTest, WhoOnlyLooksHidesItFromNobody) {
+    keep_by_another("work-a", "Brux");
+    const Descriptor other(::open(path("work-a.lock").c_str(), O_RDWR));
+    ASSERT_EQ(::flock(other.number(), LOCK_SH), 0);
+    EXPECT_THAT(offered(), ElementsAre("work-a"));
+    ASSERT_EQ(::flock(other.number(), LOCK_EX), 0);
+    EXPECT_THAT(offered(), IsEmpty());
 }
 
 TEST_F(KeptWorkTest, IsLoadedUnsavedAndGoesOnUnderItsStem) {
