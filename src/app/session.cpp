@@ -7,6 +7,7 @@
 #include "formats/saved_car.h"
 #include "model/car.h"
 #include "model/items.h"
+#include "widgets/nested_loop.h"
 #include "widgets/screen_loop.h"
 #include "widgets/strip.h"
 #include "widgets/undo_keys.h"
@@ -58,9 +59,12 @@ void show_step(const char* done, const char* nothing, const std::string& words) 
 void undo(Session& now) { show_step("Undone: ", "Nothing to undo", now.history.undo(DOCUMENT)); }
 void redo(Session& now) { show_step("Redone: ", "Nothing to redo", now.history.redo(DOCUMENT)); }
 
+bool can_undo(const Session& now) { return !nested_loop_runs() && now.history.can_undo(); }
+bool can_redo(const Session& now) { return !nested_loop_runs() && now.history.can_redo(); }
+
 constexpr KeyBinding<Session> keys[] = {
-    {{key::undo}, "takes back the last step, as far as the start of the program", undo, key::undo_label},
-    {{key::redo}, "brings it again", redo, key::redo_label},
+    {{key::undo}, "takes back the last step, as far as the start of the program", undo, key::undo_label, can_undo},
+    {{key::redo}, "brings it again", redo, key::redo_label, can_redo},
 };
 
 // A stroke or a drag that goes on is no step yet.
@@ -96,7 +100,10 @@ void end_session() {
     session.reset();
 }
 
-std::vector<KeyHelp> session_keys() { return key_help("", keys).rows; }
+std::vector<KeyHelp> session_keys() {
+    if (!session) return key_help("", keys).rows;
+    return key_help_now("", std::span<const KeyBinding<Session>>(keys), *session).rows;
+}
 
 namespace {
 const ResetWithProgram registered([] { session.reset(); });

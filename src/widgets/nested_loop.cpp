@@ -5,6 +5,16 @@
 
 namespace {
 
+int running = 0;
+
+class Running {
+public:
+    Running() { ++running; }
+    ~Running() { --running; }
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+};
+
 void draw_locked(const std::function<void()>& draw) {
     const ScreenLock one_frame;
     draw();
@@ -12,8 +22,11 @@ void draw_locked(const std::function<void()>& draw) {
 
 } // namespace
 
+bool nested_loop_runs() { return running > 0; }
+
 bool run_nested(const std::function<void()>& draw, const std::function<Answer(const Input&)>& answer,
                 const KeyScope::Tables& keys) {
+    const Running counted;
     const InputScope scope(InputScope::Start::here);
     const KeyScope known(keys);
     draw_locked(draw);

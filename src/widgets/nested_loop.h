@@ -26,3 +26,5 @@ enum class Answer : std::uint8_t {
 // as by the close request. Without, every key is its own.
 bool run_nested(const std::function<void()>& draw, const std::function<Answer(const Input&)>& answer,
                 const KeyScope::Tables& keys = {});
+// Whether one runs: the keys of the screen around it are out of reach.
+bool nested_loop_runs();

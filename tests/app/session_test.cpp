@@ -1,5 +1,6 @@
 // Undo and redo on the screens, and what the strip says of the car, in visits of the whole program.
 #include "app/session_test.h"
+#include "app/session.h"
 
 #include "formats/saved_car.h"
 #include "model/items.h"
@@ -65,6 +66,19 @@ TEST_F(SessionTest, ARunOfOneArrowKeyIsOneStep) {
     const ScriptStep up = key_press(Key::up), down = key_press(Key::down);
     visit({up, up, up, up, look([] { EXPECT_EQ(torque(0), 4); }), down, undo_step,
            look([] { EXPECT_EQ(torque(0), 4); }), undo_step, look([] { EXPECT_EQ(torque(0), 0); })});
+}
+
+TEST_F(SessionTest, KeysThatDoNothingNowAreMarked) {
+    const auto work = [](bool undo, bool redo) {
+        return look([=] {
+            const std::vector<KeyHelp> rows = session_keys();
+            EXPECT_EQ(rows.at(0).works, undo);
+            EXPECT_EQ(rows.at(1).works, redo);
+        });
+    };
+    visit({to_screen(parameters), work(false, false)});
+    visit(type_brakes("7") + std::vector<ScriptStep>{work(true, false), click(200, 134), work(false, false),
+                                                     key_press(Key::escape), undo_step, work(false, true)});
 }
 
 TEST_F(SessionTest, AClickEndsARun) {
