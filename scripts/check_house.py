@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 """Checks the rules of the house that no compiler knows: the floors of the includes, a line for every file in the
-architecture, the kept oddities, the headers, and that no file names a folder of the machine it was written on. Prints
-one line a finding; exit status 1 when there is one."""
+architecture, the kept oddities, the headers, the links and pictures of the documents, and that no file names a folder of
+the machine it was written on. Prints one line a finding; exit status 1 when there is one."""
 
 import collections
+import os
 import pathlib
 import re
 import subprocess
@@ -163,6 +164,37 @@ def check_oddities(files):
                 find(ODDITIES, f"there is no test {name}")
 
 
+# --- documents ------------------------------------------------------------------------------------------------------
+
+LINK = re.compile(r"\[[^\]]*\]\(([^()\s]+)\)")
+
+
+def anchors(document):
+    """What stands behind "#" in a link to one of the headings, as web pages of repositories make it."""
+    headings = re.findall(r"^#+ (.+)$", read(document), re.M)
+    return {re.sub(r"[^\w\- ]", "", heading.lower()).replace(" ", "-") for heading in headings}
+
+
+def check_documents(files):
+    """Every link between files leads somewhere, and every picture of docs is shown by a document."""
+    linked = set()
+    for file in (f for f in files if f.endswith(".md")):
+        for number, line in enumerate(read(file).splitlines(), 1):
+            for link in LINK.findall(line):
+                if ":" in link:  # an address of elsewhere
+                    continue
+                name, _, anchor = link.partition("#")
+                target = os.path.normpath(os.path.join(os.path.dirname(file), name)) if name else file
+                linked.add(target)
+                if not (ROOT / target).exists():
+                    find(f"{file}:{number}", f"{target} is not there")
+                elif anchor and anchor not in anchors(target):
+                    find(f"{file}:{number}", f'{target} has no heading "{anchor}"')
+    for picture in sources(files, "docs", (".png",)):
+        if picture not in linked:
+            find(picture, "is shown by no document")
+
+
 # --- headers and words ----------------------------------------------------------------------------------------------
 
 
@@ -192,6 +224,7 @@ def main():
     check_architecture(files)
     check_oddities(files)
     check_headers(files)
+    check_documents(files)
     check_words(files)
     print("\n".join(findings) if findings else f"{len(files)} files, nothing found")
     return 1 if findings else 0

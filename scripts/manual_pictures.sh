@@ -10,7 +10,8 @@ pictures=$(realpath -m "${1:-docs/manual/pictures}")
 ensure_packages "${build_packages[@]}" "${display_packages[@]}"
 build_preset release
 program=$PWD/build/release/karosmit
-home=$(mktemp -d)
+home=/tmp/karosmit-manual # the same each time: the Files screen shows it
+mkdir "$home"
 trap 'end_display; rm -rf "$home"' EXIT
 garage=$home/garage
 cp -r build/release/garage "$garage"
@@ -26,13 +27,17 @@ row() { click 120 $((138 + 16 * $1)); } # of the list, from 0
 # --- each screen
 start_program "$program" "$garage"
 picture "$pictures/start.png"
+press F2 # of the new car, which has everything to find
+picture "$pictures/checks.png"
+press Escape
 row 1
 press ctrl+l
 screen 1
 point 550 440
-press Right Right Right Down
+press Right Right Right Up Up
 picture "$pictures/models.png"
 press Return
+point 790 169
 picture "$pictures/paint.png"
 press Escape
 screen 2
@@ -41,6 +46,8 @@ press Tab Next
 picture "$pictures/images.png"
 press Tab Tab
 picture "$pictures/gauges.png"
+press space
+picture "$pictures/arc.png"
 screen 3
 picture "$pictures/parameters.png"
 press F1
@@ -49,37 +56,39 @@ press Escape
 screen 0
 press ctrl+c
 picture "$pictures/files.png"
-press ctrl+c
+press Escape
+wait_for_end
 
 # --- a car of one's own
+start_program "$program" "$garage"
 in_file_field vela
 press ctrl+l
 in_file_field mine
 press ctrl+s
 screen 1
 screen 0
+press ctrl+c
 in_file_field hull.obj
 press ctrl+l
 screen 1
 point 550 440
-press Right Right Right Down
+press Right Right Right Up Up
 picture "$pictures/own-body.png"
-press ctrl+c 2 ctrl+v ctrl+b ctrl+d ctrl+a
-point 550 440
 press Return
+click 790 169
+point 550 440
+press p comma Return
 picture "$pictures/own-paint.png"
-click 300 300
+press Escape
+press ctrl+c 2 ctrl+v 3 ctrl+v 1 ctrl+b ctrl+d
 screen 2
-press Tab
-for _ in {1..7}; do press Next; done
+press Tab Next Next Next Next Next Next
 press Return
 picture "$pictures/own-picker.png"
-in_file_field badge.png
+click 120 154
 press ctrl+l
+drag 170 200 332 436 # below the roof, which a press further up would take
 picture "$pictures/own-cockpit.png"
-press F2
-picture "$pictures/checks.png"
-press Escape
 press Escape
 wait_for_end
 
