@@ -10,7 +10,9 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <filesystem>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <unistd.h>
 #include <vector>
@@ -76,6 +78,13 @@ int work_on_all(const CommandLine& line) {
     return status;
 }
 
+// A search path leaves the path it was called with bare; that one serves where no /proc is mounted.
+std::string own_path(const std::string& invocation_path) {
+    std::error_code failed;
+    const std::string path = std::filesystem::read_symlink("/proc/self/exe", failed);
+    return failed ? invocation_path : path;
+}
+
 } // namespace
 
 int main(int argument_count, char** arguments) {
@@ -92,7 +101,7 @@ int main(int argument_count, char** arguments) {
     case CommandLine::Action::version: std::printf("%s\n", program_title.data()); return all_done;
     default: break;
     }
-    PROGDIR = program_directory(all.empty() ? "" : all.front());
+    PROGDIR = program_directory(own_path(all.empty() ? "" : all.front()));
     LOADPALETTE();
     LOADMATERIALS();
     return work_on_all(line);

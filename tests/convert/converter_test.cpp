@@ -23,9 +23,10 @@ protected:
     Converter() : inside_(directory.path()) {}
 
     // Runs the converter in the test's directory.
-    Ended run(const std::string& arguments) {
-        const std::string command = std::string(KAROSMIT_CONVERTER) + " " + arguments + " >out 2>err";
-        const int status = std::system(command.c_str());
+    Ended run(const std::string& arguments) { return run_command(std::string(KAROSMIT_CONVERTER) + " " + arguments); }
+
+    Ended run_command(const std::string& command) {
+        const int status = std::system((command + " >out 2>err").c_str());
         Ended ended{WIFEXITED(status) ? WEXITSTATUS(status) : -1, read_text("out"), read_text("err")};
         std::filesystem::remove("out");
         std::filesystem::remove("err");
@@ -54,6 +55,13 @@ TEST_F(Converter, HasItsColoursFromBesideTheProgram) {
     EXPECT_EQ(run(sample_folder + "stdabrux.vsh a/").status, 0);
     EXPECT_EQ(run("a/ b.vsh").status, 0);
     EXPECT_EQ(get_file("b.vsh"), get_file(sample_folder + "stdabrux.vsh"));
+}
+
+TEST_F(Converter, HasItsColoursWhenItIsFoundInTheSearchPath) {
+    const std::filesystem::path program = KAROSMIT_CONVERTER;
+    const std::string call = "PATH=" + program.parent_path().string() + ":$PATH " + program.filename().string();
+    const Ended ended = run_command(call + " " + sample_folder + "stdabrux.vsh a/");
+    EXPECT_EQ(ended.status, 0) << ended.complained;
 }
 
 TEST_F(Converter, EndsWithTwoWhenItDoesNotUnderstand) {
