@@ -21,14 +21,14 @@ void SampleCarTest::SetUp() {
     make_file("karosmit.cfg", "imagick = sh converter\n");
     make_file("converter", "exec convert \"$@\"\n");
     start();
-    type_identifier("brux");
+    type_identifier(identifier());
     window->key("l", {"Control_L"});
-    ASSERT_TRUE(window->wait_for_text(650, 150, "Loaded brux", colour::success));
+    ASSERT_TRUE(window->wait_for_text(650, 150, "Loaded " + identifier(), colour::success));
 
     const CurrentDirectory inside{folder.string()};
     INITDASHITEMS();
     load_data_files(KAROSMIT_PROGRAM);
-    ASSERT_FALSE(transfer(Transfer::load, "brux").failed);
+    ASSERT_FALSE(transfer(Transfer::load, identifier()).failed);
 }
 
 void SampleCarTest::TearDown() {

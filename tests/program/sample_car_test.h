@@ -11,6 +11,9 @@ protected:
     void SetUp() override;
     void TearDown() override;
 
+    // Of the car.
+    virtual std::string identifier() const { return "brux"; }
+
     // Into the File field of the Files screen.
     void type_identifier(const std::string& identifier);
     // By the menu bar.
