@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace {
 
@@ -25,6 +26,16 @@ struct Checked {
     double scale;
     int slot; // where it is mended
 };
+
+double on_grid(double coordinate, double unit) { return std::nearbyint(coordinate / unit) * unit; }
+
+// The model as its file will hold it: on a grid of whole units.
+std::unique_ptr<SHAPEMODEL> as_in_the_file(const SHAPEMODEL& model, double unit) {
+    auto rounded = std::make_unique<SHAPEMODEL>(model);
+    for (SHAPEVERTEX& vertex : rounded->verts)
+        vertex = {on_grid(vertex.x, unit), on_grid(vertex.y, unit), on_grid(vertex.z, unit), vertex.mark};
+    return rounded;
+}
 
 class ModelCheck {
 public:
@@ -56,9 +67,10 @@ public:
     }
     void faces() {
         std::size_t flattened = 0, bent = 0, hollow = 0;
+        const auto rounded = as_in_the_file(at_.model, at_.scale);
         for (const SHAPEPRIM& primitive : primitives_in_use(at_.model)) {
             if (!is_polygon(primitive) || !has_its_vertices(at_.model, primitive)) continue;
-            const PolygonShape shape = polygon_shape(at_.model, primitive);
+            const PolygonShape shape = polygon_shape(*rounded, primitive);
             const double tolerated = std::max(tolerated_units * at_.scale, tolerated_part * shape.extent);
             if (!(shape.area > least_area_units * at_.scale * at_.scale))
                 ++flattened;

@@ -132,6 +132,14 @@ inline const Fault faults[] = {
      "Intro",
      "1 face without an area",
      {body, 2}},
+    {"NoAreaOnceItsCornersAreWholeUnits",
+     [](CarDocument& car) {
+         add_fitting_face(car, {{0, 0, 1}, {1, 0, 1}, {0.5, 0.02, 1}});
+     },
+     doubtful,
+     "Intro",
+     "1 face without an area",
+     {body, 2}},
     {"NotFlat",
      [](CarDocument& car) {
          add_fitting_face(car, {{0, 0, 1}, {1, 0, 1}, {1, 1, 1}, {0, 1, 1.8}});
