@@ -13,6 +13,9 @@ inline void expect(bool holds, const char* what) {
     std::abort();
 }
 
+// Whether the input is one whose name begins with "good_": nothing is wrong with it, and a reader has to say so.
+inline bool input_is_good = false;
+
 inline std::span<const std::byte> input_bytes(const std::uint8_t* data, std::size_t size) {
     return std::as_bytes(std::span(data, size));
 }

@@ -1,6 +1,7 @@
 // Any text as OBJ: read as a second, literal reader reads it, and what was read is written and read as the same
 // polygons.
 #include "expect.h"
+#include "literal_reader.h"
 
 #include "base/byte_reader.h"
 #include "base/decimal.h"
@@ -12,7 +13,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -22,7 +22,6 @@ using Words = std::vector<std::string>;
 
 // The words of a line between blanks. The first is empty when the line begins with one.
 Words words_of(std::string line) {
-    if (!line.empty() && line.back() == '\r') line.pop_back();
     if (line.find('#') != std::string::npos) line.erase(line.find('#'));
     Words words(1);
     for (std::size_t i = 0; i < line.size(); ++i) {
@@ -62,11 +61,6 @@ double decimal_in(const std::string& word) {
     return word.starts_with('-') ? -0.0 : 0.0;
 }
 
-long integer_in(const std::string& word) {
-    if (word.empty() || std::isspace(static_cast<unsigned char>(word[0])) != 0) return 0;
-    return std::clamp<long>(std::strtol(word.c_str(), nullptr, 10), INT32_MIN, INT32_MAX);
-}
-
 struct Face {
     std::vector<long> corners;
     std::uint16_t material = 200;
@@ -97,8 +91,7 @@ std::uint16_t material_of(const Words& words) {
 LiteralObj read_literally(const std::string& text) {
     LiteralObj obj;
     std::uint16_t material = 200;
-    std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);) {
+    for (const std::string& line : lines_of(text)) {
         Words words = words_of(line);
         const std::string keyword = in_small_letters(words[0]);
         if (keyword == "usemtl") material = material_of(words);

@@ -1,4 +1,7 @@
+// Any bytes as a picture: the sizes that a PNG or BMP header gives, the pixels of good ones as they stand in the file,
+// and what was read is written and read, imported and exported as the same.
 #include "expect.h"
+#include "literal_reader.h"
 
 #include "formats/bitmap_export.h"
 #include "formats/bitmap_import.h"
@@ -8,6 +11,7 @@
 #include "model/items.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <initializer_list>
 #include <string_view>
 
@@ -23,12 +27,73 @@ bool same_pixels(const Image& a, const Image& b) {
     return true;
 }
 
+// Where the first pixel of a picture stands whose bytes are not packed, from which side the rows come, and how far they
+// are apart.
+struct Layout {
+    std::size_t first, row_step, pixel_bytes;
+    bool from_the_top, red_first;
+};
+
+std::uint32_t big_endian(std::span<const std::byte> file, std::size_t at) {
+    std::uint32_t value = 0;
+    for (const char c : LiteralReader(file, at).text(4))
+        value = value << 8 | static_cast<std::uint8_t>(c);
+    return value;
+}
+
+void check_size(std::span<const std::byte> file, const PictureSize& size) {
+    std::int64_t width = size.width, height = size.height;
+    if (LiteralReader(file).text(4) == "\x89PNG") {
+        width = big_endian(file, 16);
+        height = big_endian(file, 20);
+    }
+    std::uint32_t header_size = 0;
+    LiteralReader(file, 14).number(4, header_size);
+    if (LiteralReader(file).text(2) == "BM" && header_size >= 40) {
+        std::int32_t rows = 0;
+        LiteralReader(file, 18).number(4, width);
+        LiteralReader(file, 22).number(4, rows);
+        height = std::abs(std::int64_t{rows});
+    }
+    expect(width == size.width && height == size.height, "the size of the header");
+}
+
+void check_pixels(std::span<const std::byte> file, const Image& image, const Layout& layout) {
+    for (int y = 0; y < image.height(); ++y) {
+        const auto row = static_cast<std::size_t>(layout.from_the_top ? y : image.height() - 1 - y);
+        LiteralReader reader(file, layout.first + row * layout.row_step);
+        for (int x = 0; x < image.width(); ++x) {
+            std::uint32_t a = 0, green = 0, b = 0, alpha = 255;
+            reader.number(1, a);
+            reader.number(1, green);
+            reader.number(1, b);
+            if (layout.pixel_bytes == 4) reader.number(1, alpha);
+            const std::uint32_t red = layout.red_first ? a : b, blue = layout.red_first ? b : a;
+            expect(image.pixel(x, y) == (alpha << 24 | red << 16 | green << 8 | blue), "the pixels of the file");
+        }
+    }
+}
+
+// A good PNG has one stored block of unfiltered rows with alpha, a good BMP 24 bits a pixel.
+void check_good(std::span<const std::byte> file, const DecodedPicture& picture) {
+    expect(picture.image != nullptr, "a good picture can be decoded");
+    const auto width = static_cast<std::size_t>(picture.image->width());
+    const std::string start = LiteralReader(file).text(2);
+    expect(start == "BM" || start == "\x89P", "the other reader knows it");
+    const Layout png{.first = 49, .row_step = 4 * width + 1, .pixel_bytes = 4, .from_the_top = true, .red_first = true};
+    const Layout bmp{
+        .first = 54, .row_step = (3 * width + 3) / 4 * 4, .pixel_bytes = 3, .from_the_top = false, .red_first = false};
+    check_pixels(file, *picture.image, start == "BM" ? bmp : png);
+}
+
 void check_decoder(std::span<const std::byte> file) {
     const DecodedPicture picture = decode_picture(file, most);
     expect((picture.image == nullptr) == !picture.reason.empty(), "there is a picture or a reason");
+    if (input_is_good) check_good(file, picture);
+    const auto size = picture_size(file);
+    if (size) check_size(file, *size);
     if (!picture.image) return;
     const Image& image = *picture.image;
-    const auto size = picture_size(file);
     expect(size && size->width == image.width() && size->height == image.height(), "the size was told before");
     expect(size->fits(most), "no picture is larger than asked for");
     expect(image.bytes_per_pixel() == 4 && image.pitch() % 16 == 0, "the picture has the form it should have");

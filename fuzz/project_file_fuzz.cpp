@@ -1,6 +1,7 @@
 // Any bytes as a project: read as a second, literal reader reads them, held within the tables, and written and read as
 // the same.
 #include "expect.h"
+#include "literal_reader.h"
 
 #include "formats/project_file.h"
 #include "model/bitmap_table.h"
@@ -16,58 +17,21 @@
 
 namespace {
 
-// The format again, value by value over plain bytes: what does not wholly lie before the end is absent, and whoever
-// reads it is at the end then.
-class LiteralReader {
-public:
-    explicit LiteralReader(std::vector<std::uint8_t> bytes) : bytes_(std::move(bytes)) {}
-
-    void go_to(const std::string& chunk) {
-        std::map<std::string, std::size_t> offsets;
-        at_ = 11;
-        std::uint64_t chunks = 0;
-        number(1, chunks);
-        for (std::uint64_t i = 0; i < chunks; ++i) {
-            const std::string id = text(4);
-            std::uint64_t offset = 0;
-            if (number(4, offset)) offsets[id] = offset;
-        }
-        at_ = offsets[chunk];
+void go_to(LiteralReader& reader, const std::string& chunk) {
+    std::map<std::string, std::size_t> offsets;
+    reader.go_to(11);
+    std::uint64_t chunks = 0;
+    reader.number(1, chunks);
+    for (std::uint64_t i = 0; i < chunks; ++i) {
+        const std::string id = reader.text(4);
+        std::uint64_t offset = 0;
+        if (reader.number(4, offset)) offsets[id] = offset;
     }
-
-    template <typename Value>
-    bool number(std::size_t width, Value& value) {
-        if (at_ + width > bytes_.size()) {
-            at_ = std::max(at_, bytes_.size());
-            return false;
-        }
-        std::uint64_t bits = 0;
-        std::memcpy(&bits, bytes_.data() + at_, width);
-        at_ += width;
-        if constexpr (std::is_same_v<Value, double>)
-            std::memcpy(&value, &bits, sizeof value);
-        else
-            value = static_cast<Value>(bits);
-        return true;
-    }
-
-    std::string text(std::size_t length) {
-        std::string result;
-        for (; length > 0 && at_ < bytes_.size(); --length)
-            result += static_cast<char>(bytes_[at_++]);
-        return result;
-    }
-
-    void pass(std::size_t count) { at_ += count; }
-    bool at_end() const { return at_ >= bytes_.size(); }
-
-private:
-    std::vector<std::uint8_t> bytes_;
-    std::size_t at_ = 0;
-};
+    reader.go_to(offsets[chunk]);
+}
 
 void read_texts(LiteralReader& reader, ProjectFile& project) {
-    reader.go_to("Base");
+    go_to(reader, "Base");
     for (std::string* text : {&project.name, &project.sign_name, &project.information}) {
         std::uint64_t length = 0;
         if (reader.number(2, length)) *text = reader.text(length);
@@ -75,7 +39,7 @@ void read_texts(LiteralReader& reader, ProjectFile& project) {
 }
 
 void read_parameters(LiteralReader& reader, ProjectFile& project) {
-    reader.go_to("Pars");
+    go_to(reader, "Pars");
     const std::string bytes = reader.text(776);
     std::memcpy(project.par.data(), bytes.data(), bytes.size());
 }
@@ -101,7 +65,7 @@ void read_primitive(LiteralReader& reader, int jobs, SHAPEPRIM& primitive) {
 }
 
 void read_models(LiteralReader& reader, ProjectFile& project) {
-    reader.go_to("Shps");
+    go_to(reader, "Shps");
     reader.number(1, project.paint_jobs);
     for (auto& shared : project.models) {
         SHAPEMODEL& model = shared.edit();
@@ -155,7 +119,7 @@ bool read_bitmap(LiteralReader& reader, std::size_t& room, std::vector<BitmapRec
 }
 
 void read_bitmaps(LiteralReader& reader, ProjectFile& project) {
-    reader.go_to("Dash");
+    go_to(reader, "Dash");
     std::uint64_t count = 0;
     reader.number(1, count);
     std::size_t room = std::size_t{100} * 320 * 200;
@@ -163,9 +127,9 @@ void read_bitmaps(LiteralReader& reader, ProjectFile& project) {
         --count;
 }
 
-ProjectFile read_literally(const std::uint8_t* data, std::size_t size) {
+ProjectFile read_literally(std::span<const std::byte> file) {
     ProjectFile project;
-    LiteralReader reader(std::vector<std::uint8_t>(data, data + size));
+    LiteralReader reader(file);
     read_texts(reader, project);
     read_parameters(reader, project);
     read_models(reader, project);
@@ -232,7 +196,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ProjectFile project;
     decode_project_file(input_bytes(data, size), project);
     if (check_within_tables(project) > pixels_worth_comparing) return 0;
-    check_same_content(project, read_literally(data, size));
+    check_same_content(project, read_literally(input_bytes(data, size)));
     check_round_trip(project);
     check_kept(project);
     return 0;

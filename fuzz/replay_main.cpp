@@ -1,10 +1,13 @@
 // Runs a fuzz target over the files of a folder: the corpus as an ordinary test. Fails when the folder holds nothing.
+#include "expect.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <string>
 #include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
@@ -16,6 +19,7 @@ int main(int argument_count, char** arguments) {
         std::ifstream file(entry.path(), std::ios::binary);
         const std::vector<char> content{std::istreambuf_iterator<char>(file), {}};
         const std::vector<std::uint8_t> bytes(content.begin(), content.end());
+        input_is_good = entry.path().filename().string().starts_with("good_");
         LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
         ++replayed;
     }
