@@ -64,6 +64,7 @@ double decimal_in(const std::string& word) {
 struct Face {
     std::vector<long> corners;
     std::uint16_t material = 200;
+    bool cut = false;
 };
 
 struct LiteralObj {
@@ -101,6 +102,7 @@ LiteralObj read_literally(const std::string& text) {
             obj.faces.push_back({{}, material});
             for (std::size_t i = 1; i < words.size() && i <= 10 && !words[i].empty(); ++i)
                 obj.faces.back().corners.push_back(integer_in(words[i]));
+            obj.faces.back().cut = words.size() > 11;
         }
     }
     return obj;
@@ -116,12 +118,29 @@ void check_face(const SHAPEPRIM& primitive, const Face& face) {
     }
 }
 
+void check_remarks(const ObjImport& import, const LiteralObj& obj, std::size_t faces) {
+    const auto vertices = static_cast<long>(import.vertices);
+    std::size_t cut = 0, below_one = 0, without_vertices = 0;
+    for (std::size_t i = 0; i < faces; ++i) {
+        if (obj.faces[i].cut) ++cut;
+        below_one +=
+            static_cast<std::size_t>(std::ranges::count_if(obj.faces[i].corners, [](long n) { return n < 1; }));
+        if (std::ranges::any_of(obj.faces[i].corners, [&](long n) { return n < -31 || n > vertices; }))
+            ++without_vertices;
+    }
+    expect(import.faces_cut == cut && import.numbers_below_one == below_one, "what was cut and what is below 1");
+    expect(import.faces_without_vertices == without_vertices, "what names no vertex");
+    expect(!input_is_good || remarks_on(import).empty(), "a good file deserves no remark");
+}
+
 void check_as_literal(const SHAPEMODEL& model, const ObjImport& import, const LiteralObj& obj) {
     const std::size_t vertices = std::min<std::size_t>(obj.vertices.size(), 480);
     const std::size_t faces = std::min<std::size_t>(obj.faces.size(), 508);
     expect(model.nverts == 32 + vertices && model.nprims == 4 + faces, "the counts");
     expect(import.vertices + import.vertices_left_out == obj.vertices.size(), "every vertex is counted");
     expect(import.faces + import.faces_left_out == obj.faces.size(), "every face is counted");
+    expect(import.vertices == vertices && import.faces == faces, "what was taken");
+    check_remarks(import, obj, faces);
     for (std::size_t i = 0; i < vertices; ++i)
         expect(model.verts[32 + i] == obj.vertices[i], "the same vertices");
     for (std::size_t i = 0; i < faces; ++i)
@@ -171,7 +190,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string text = ByteReader(input_bytes(data, size)).text(size);
     const auto model = std::make_unique<SHAPEMODEL>();
     const ObjImport import = import_obj(text, 3, *model);
-    remarks_on(import);
     check_as_literal(*model, import, read_literally(text));
     check_box(*model);
     check_round_trip(*model);

@@ -17,7 +17,8 @@
 
 namespace {
 
-void go_to(LiteralReader& reader, const std::string& chunk) {
+// Returns whether the table has the chunk.
+bool go_to(LiteralReader& reader, const std::string& chunk) {
     std::map<std::string, std::size_t> offsets;
     reader.go_to(11);
     std::uint64_t chunks = 0;
@@ -28,20 +29,24 @@ void go_to(LiteralReader& reader, const std::string& chunk) {
         if (reader.number(4, offset)) offsets[id] = offset;
     }
     reader.go_to(offsets[chunk]);
+    return offsets[chunk] != 0;
 }
 
-void read_texts(LiteralReader& reader, ProjectFile& project) {
-    go_to(reader, "Base");
+// Each returns whether its chunk is there; one that is not is read from the start of the file.
+bool read_texts(LiteralReader& reader, ProjectFile& project) {
+    const bool there = go_to(reader, "Base");
     for (std::string* text : {&project.name, &project.sign_name, &project.information}) {
         std::uint64_t length = 0;
         if (reader.number(2, length)) *text = reader.text(length);
     }
+    return there;
 }
 
-void read_parameters(LiteralReader& reader, ProjectFile& project) {
-    go_to(reader, "Pars");
+bool read_parameters(LiteralReader& reader, ProjectFile& project) {
+    const bool there = go_to(reader, "Pars");
     const std::string bytes = reader.text(776);
     std::memcpy(project.par.data(), bytes.data(), bytes.size());
+    return there;
 }
 
 void read_vertex(LiteralReader& reader, SHAPEVERTEX& vertex) {
@@ -50,43 +55,52 @@ void read_vertex(LiteralReader& reader, SHAPEVERTEX& vertex) {
     reader.number(8, vertex.z);
 }
 
-void read_primitive(LiteralReader& reader, int jobs, SHAPEPRIM& primitive) {
+// Returns whether there are materials without room.
+bool read_primitive(LiteralReader& reader, int jobs, SHAPEPRIM& primitive) {
     reader.number(1, primitive.type);
     reader.number(4, primitive.cull1);
     reader.number(4, primitive.cull2);
     reader.number(1, primitive.flags);
     std::uint16_t no_room = 0;
-    for (int job = 0; job < jobs; ++job)
+    bool cut = false;
+    for (int job = 0; job < jobs; ++job) {
+        cut |= job == 17 && !reader.at_end();
         reader.number(2, job < 17 ? primitive.material[static_cast<std::size_t>(job)] : no_room);
+    }
     const int type = primitive.type;
     const int corners = type <= 10 ? type : type == 11 ? 2 : type == 12 ? 6 : 0;
     for (int corner = 0; corner < corners; ++corner)
         reader.number(2, primitive.vertex[static_cast<std::size_t>(corner)]);
+    return cut;
 }
 
-void read_models(LiteralReader& reader, ProjectFile& project) {
-    go_to(reader, "Shps");
+bool read_models(LiteralReader& reader, ProjectFile& project) {
+    const bool there = go_to(reader, "Shps");
     reader.number(1, project.paint_jobs);
     for (auto& shared : project.models) {
         SHAPEMODEL& model = shared.edit();
         std::uint64_t count = model.nverts;
         reader.number(2, count);
         model.nverts = static_cast<std::uint16_t>(std::min<std::uint64_t>(count, 512));
-        for (std::uint64_t i = 0; i < count && !reader.at_end(); ++i) {
+        for (std::uint64_t i = 0; i < count && (i < 512 || !reader.at_end()); ++i) {
             SHAPEVERTEX no_room;
+            project.cut |= i >= 512;
             read_vertex(reader, i < 512 ? model.verts[i] : no_room);
         }
         count = model.nprims;
         reader.number(2, count);
         model.nprims = static_cast<std::uint16_t>(std::min<std::uint64_t>(count, 512));
-        for (std::uint64_t i = 0; i < count && !reader.at_end(); ++i) {
+        for (std::uint64_t i = 0; i < count && (i < 512 || !reader.at_end()); ++i) {
             SHAPEPRIM no_room;
-            read_primitive(reader, project.paint_jobs, i < 512 ? model.prims[i] : no_room);
+            project.cut |= i >= 512;
+            const bool cut = read_primitive(reader, project.paint_jobs, i < 512 ? model.prims[i] : no_room);
+            project.cut |= cut && i < 512;
         }
     }
+    return there;
 }
 
-bool read_bitmap(LiteralReader& reader, std::size_t& room, std::vector<BitmapRecord>& bitmaps) {
+bool read_bitmap(LiteralReader& reader, std::size_t& room, ProjectFile& project) {
     BitmapRecord bitmap;
     bitmap.name = reader.text(4);
     if (bitmap.name.size() < 4) return false;
@@ -105,7 +119,8 @@ bool read_bitmap(LiteralReader& reader, std::size_t& room, std::vector<BitmapRec
     bitmap.mask_name = reader.text(4);
     bitmap.mask_name.resize(4, ' ');
     const std::size_t area = std::size_t{bitmap.width} * bitmap.height;
-    if (bitmaps.size() == 100 || area > room) {
+    if (project.bitmaps.size() == 100 || area > room) {
+        project.cut = true;
         reader.pass(area);
         return true;
     }
@@ -114,27 +129,35 @@ bool read_bitmap(LiteralReader& reader, std::size_t& room, std::vector<BitmapRec
     Pixels pixels(bytes.begin(), bytes.end());
     pixels.resize(area);
     bitmap.pixels = std::move(pixels);
-    bitmaps.push_back(std::move(bitmap));
+    project.bitmaps.push_back(std::move(bitmap));
     return true;
 }
 
-void read_bitmaps(LiteralReader& reader, ProjectFile& project) {
-    go_to(reader, "Dash");
+bool read_bitmaps(LiteralReader& reader, ProjectFile& project) {
+    const bool there = go_to(reader, "Dash");
     std::uint64_t count = 0;
     reader.number(1, count);
     std::size_t room = std::size_t{100} * 320 * 200;
-    while (count > 0 && read_bitmap(reader, room, project.bitmaps))
+    while (count > 0 && read_bitmap(reader, room, project))
         --count;
+    return there;
 }
 
-ProjectFile read_literally(std::span<const std::byte> file) {
+struct Literal {
     ProjectFile project;
+    FileRemark remark = FileRemark::none;
+};
+
+Literal read_literally(std::span<const std::byte> file) {
+    Literal literal;
     LiteralReader reader(file);
-    read_texts(reader, project);
-    read_parameters(reader, project);
-    read_models(reader, project);
-    read_bitmaps(reader, project);
-    return project;
+    bool there = read_texts(reader, literal.project);
+    there |= read_parameters(reader, literal.project);
+    there |= read_models(reader, literal.project);
+    there |= read_bitmaps(reader, literal.project);
+    if (reader.ran_out()) literal.remark = FileRemark::ends_early;
+    if (!there) literal.remark = FileRemark::no_car_data;
+    return literal;
 }
 
 // More pixels than this cost time and tell nothing new; tests load the most.
@@ -192,11 +215,17 @@ void check_round_trip(const ProjectFile& project) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (DASHITEM[1].id.empty()) INITDASHITEMS();
-    is_project_file(input_bytes(data, size));
+    const auto file = input_bytes(data, size);
+    expect(is_project_file(file) == (LiteralReader(file).text(4) == "*car"), "a project is known by its start");
     ProjectFile project;
-    decode_project_file(input_bytes(data, size), project);
+    const FileRemark remark = decode_project_file(file, project);
+    expect(!input_is_good || (remark == FileRemark::none && !project.cut), "a good file is read to its end");
     if (check_within_tables(project) > pixels_worth_comparing) return 0;
-    check_same_content(project, read_literally(input_bytes(data, size)));
+    const Literal literal = read_literally(file);
+    check_same_content(project, literal.project);
+    expect(project.cut == literal.project.cut, "cut where the other reader cuts");
+    // What has no room is read over by one of the readers and read by the other.
+    expect(project.cut || remark == literal.remark, "the same remark");
     check_round_trip(project);
     check_kept(project);
     return 0;
