@@ -12,11 +12,18 @@
 
 constexpr int could_not_prepare = 99;
 
+// Of a build that counts what was run through: writes the counts, which a process that ends at once would lose.
+extern "C" void __gcov_dump() __attribute__((weak));
+
 // Starts a process that runs `work` and ends with its result as exit status.
 inline pid_t start_child(const std::function<int()>& work) {
     const pid_t child = ::fork();
     if (child < 0) throw std::runtime_error("cannot fork");
-    if (child == 0) ::_exit(work());
+    if (child == 0) {
+        const int status = work();
+        if (__gcov_dump) __gcov_dump();
+        ::_exit(status);
+    }
     return child;
 }
 
