@@ -10,6 +10,7 @@ test_packages=(libgtest-dev libgmock-dev libxtst-dev assimp-utils libjpeg-turbo-
 fuzz_packages=(clang libclang-rt-14-dev)
 bench_packages=(libbenchmark-dev libsdl2-image-dev libssl-dev libxtst-dev xvfb imagemagick)
 tidy_packages=(clang-tidy)
+valgrind_packages=(valgrind libc6-dbg)
 deb_packages=(dpkg-dev gzip man-db lintian desktop-file-utils appstream)
 
 ensure_packages() {

@@ -19,7 +19,14 @@ void ProgramTest::SetUp() {
     state_folder = pattern + "-state"; // beside it, so that no list shows it
 }
 
+// A checker that runs the program writes what it finds, also of one that is killed in the end.
+void ProgramTest::expect_no_finding() const {
+    if (!program || !std::getenv("KAROSMIT_RUN_BY")) return;
+    EXPECT_THAT(program->error_output(), testing::Not(testing::HasSubstr("== ")));
+}
+
 void ProgramTest::TearDown() {
+    expect_no_finding();
     if (HasFailure() && window) {
         const std::string picture =
             std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) + ".failed.ppm";
@@ -34,6 +41,7 @@ void ProgramTest::TearDown() {
 
 void ProgramTest::start_with(const std::map<std::string, std::string>& environment,
                              const std::vector<std::string>& arguments) {
+    expect_no_finding();
     program = std::make_unique<StartedProgram>(KAROSMIT_PROGRAM, folder.string(), environment, arguments);
 }
 

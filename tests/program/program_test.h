@@ -40,6 +40,9 @@ protected:
     std::filesystem::path folder, state_folder;
     std::unique_ptr<StartedProgram> program;
     std::unique_ptr<RealWindow> window;
+
+private:
+    void expect_no_finding() const;
 };
 
 // Stops the program while it exists: what is typed and clicked meanwhile arrives at a program that was busy.

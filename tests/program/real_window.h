@@ -23,7 +23,8 @@ using Milliseconds = std::chrono::milliseconds;
 // Asks again and again until the answer is yes. False when the time is over.
 bool wait_until(const std::function<bool()>& condition, Milliseconds at_most = Milliseconds{10000});
 
-// A program that was started, with its standard error in a file.
+// A program that was started, with its standard error in a file. The environment variable KAROSMIT_RUN_BY may name
+// another program that runs it.
 class StartedProgram {
 public:
     // `environment` is added to this process's; an empty value takes the variable away.
