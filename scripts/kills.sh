@@ -7,6 +7,6 @@ source scripts/packages.sh
 
 ensure_packages "${build_packages[@]}" "${test_packages[@]}"
 build_preset sanitize --target app_tests program_tests
-export KAROSMIT_SESSIONS=2000 KAROSMIT_KILLS=800 KAROSMIT_VISITS=250 KAROSMIT_WINDOW_KILLS=50
+export KAROSMIT_RANDOM_VISITS=2000 KAROSMIT_KILLS=800 KAROSMIT_VISITS=250 KAROSMIT_WINDOW_KILLS=50
 build/sanitize/tests/app_tests --gtest_filter='*RandomVisits*:KilledCarSave.*:KilledVisit.*'
 build/sanitize/tests/program_tests --gtest_filter='*AKilledProgramLoses*'

@@ -1,7 +1,7 @@
 #include "app/everywhere.h"
 
 #include "app/check_page.h"
-#include "app/session.h"
+#include "app/editing.h"
 #include "widgets/key_page.h"
 #include "widgets/key_scope.h"
 #include "widgets/menu_bar.h"
@@ -28,8 +28,8 @@ constexpr EverywhereKey keys[] = {
 
 KeyHelpTable everywhere_keys() {
     KeyHelpTable help = key_help("On every screen:", keys);
-    const std::vector<KeyHelp> of_session = session_keys();
-    help.rows.insert(help.rows.end() - 1, of_session.begin(), of_session.end());
+    const std::vector<KeyHelp> of_editing = editing_keys();
+    help.rows.insert(help.rows.end() - 1, of_editing.begin(), of_editing.end());
     return help;
 }
 

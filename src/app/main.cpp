@@ -1,9 +1,9 @@
 // The editor's entry: the command line, a window of SDL, the program behind it.
 
 #include "app/command_line.h"
+#include "app/editing.h"
 #include "app/garage.h"
 #include "app/program.h"
-#include "app/session.h"
 #include "base/config.h"
 #include "base/table.h"
 #include "window/backend.h"
@@ -29,8 +29,8 @@ int run(const std::string& invocation_path, const std::string& path) {
         return no_window;
     }
     // Also when the window system goes away, which ends the program from within, or a table's guard does.
-    std::atexit(end_session);
-    set_rescue(end_session);
+    std::atexit(end_editing);
+    set_rescue(end_editing);
     start_with(path);
     run_screens();
     shut_down();

@@ -1,8 +1,8 @@
 #include "app/program.h"
 
+#include "app/editing.h"
 #include "app/everywhere.h"
 #include "app/screens.h"
-#include "app/session.h"
 #include "base/config.h"
 #include "base/random.h"
 #include "base/shell.h"
@@ -61,7 +61,7 @@ bool start_up(const std::string& invocation_path, std::string& error) {
     if (!open_window(error)) return false;
     fill_tables();
     read_data_files(invocation_path);
-    LoopHooks hooks = begin_session();
+    LoopHooks hooks = begin_editing();
     hooks.everywhere = act_everywhere;
     hooks.dropped = load_dropped;
     set_loop_hooks(std::move(hooks));
@@ -101,7 +101,7 @@ void run_screens() {
 }
 
 void shut_down() {
-    end_session();
+    end_editing();
     MENUIMG.reset();
     for (int i = 1; i <= BITMAPS; ++i)
         BITMAP[i].pixels = {};

@@ -1,8 +1,8 @@
 // Programs that are killed while a person edits: no finished edit older than six seconds is missing afterwards.
 //
 // Several at once, each in a process and with a state folder of its own, in real time. KAROSMIT_VISITS asks for more.
+#include "app/editing_test.h"
 #include "app/recovery.h"
-#include "app/session_test.h"
 #include "base/reset.h"
 #include "files/kept_work.h"
 #include "formats/project_file.h"
@@ -71,7 +71,7 @@ struct Visit {
     ~Visit() { ::munmap(diary, sizeof(Diary)); }
 };
 
-class KilledVisit : public SessionTest {
+class KilledVisit : public EditingTest {
 protected:
     EnvironmentVariable state_home{"XDG_STATE_HOME"};
 

@@ -1,7 +1,7 @@
 // Unsaved work is kept by itself, in visits of the whole program.
+#include "app/editing.h"
+#include "app/editing_test.h"
 #include "app/recovery.h"
-#include "app/session.h"
-#include "app/session_test.h"
 #include "base/config.h"
 #include "files/file_list.h"
 #include "files/kept_work.h"
@@ -17,18 +17,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class RecoveryTest : public SessionTest {
+class RecoveryTest : public EditingTest {
 protected:
     TemporaryDirectory state;
     EnvironmentVariable state_home{"XDG_STATE_HOME"};
 
     void SetUp() override {
         state_home.set(state.path());
-        SessionTest::SetUp();
+        EditingTest::SetUp();
     }
     void TearDown() override {
-        end_session();
-        SessionTest::TearDown();
+        end_editing();
+        EditingTest::TearDown();
     }
     std::vector<std::string> projects() const {
         std::vector<std::string> found;
@@ -199,7 +199,7 @@ TEST_F(RecoveryTest, WhoTypesMeanwhileDoesNotHoldItUp) {
 
 TEST_F(RecoveryTest, TheConfigurationTurnsItOff) {
     write_text("karosmit.cfg", "recovery = Off\n");
-    end_session();
+    end_editing();
     start();
     run_and_end(edit);
     EXPECT_FALSE(fs::exists(state / "karosmit"));
@@ -234,7 +234,7 @@ TEST_F(RecoveryTest, TwoProgramsKeepTheirOwnAndDoNotOfferEachOthers) {
     EXPECT_EQ(projects().size(), 1u);
     visit({look([] { EXPECT_EQ(LFILE[1].name, "..") << "the other program runs"; })});
     visit(edit);
-    end_session();
+    end_editing();
     EXPECT_EQ(projects().size(), 2u);
     wait_for(other);
 }

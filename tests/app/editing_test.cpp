@@ -1,6 +1,6 @@
 // Undo and redo on the screens, and what the strip says of the car, in visits of the whole program.
-#include "app/session_test.h"
-#include "app/session.h"
+#include "app/editing_test.h"
+#include "app/editing.h"
 
 #include "formats/saved_car.h"
 #include "model/items.h"
@@ -36,7 +36,7 @@ const std::vector<ScriptStep> stroke = drag({{100, 400}, {140, 380}, {200, 300},
 
 } // namespace
 
-TEST_F(SessionTest, ATypedValueIsOneStep) {
+TEST_F(EditingTest, ATypedValueIsOneStep) {
     visit({to_screen(parameters)});
     visit(type_brakes("7") + type_brakes("777") +
           std::vector<ScriptStep>{brakes_are(777), undo_step, says("Undone: brakes"), brakes_are(7), undo_step,
@@ -46,14 +46,14 @@ TEST_F(SessionTest, ATypedValueIsOneStep) {
                                   says("Nothing to redo")});
 }
 
-TEST_F(SessionTest, AStrokeIsOneStep) {
+TEST_F(EditingTest, AStrokeIsOneStep) {
     const ParameterBlock before = PAR;
     visit({to_screen(parameters)});
     visit(stroke + std::vector<ScriptStep>{look([&] { EXPECT_NE(PAR, before); }), undo_step,
                                            says("Undone: torque curve"), look([&] { EXPECT_EQ(PAR, before); })});
 }
 
-TEST_F(SessionTest, ADragIsOneStep) {
+TEST_F(EditingTest, ADragIsOneStep) {
     visit({to_screen(dash), key_press(Key::tab)});
     const CarDocument before = DOCUMENT;
     visit(drag({{300, 350}, {320, 350}, {340, 360}, {350, 340}}) +
@@ -61,17 +61,17 @@ TEST_F(SessionTest, ADragIsOneStep) {
                                   look([&] { EXPECT_EQ(DOCUMENT, before); }), undo_step, says("Nothing to undo")});
 }
 
-TEST_F(SessionTest, ARunOfOneArrowKeyIsOneStep) {
+TEST_F(EditingTest, ARunOfOneArrowKeyIsOneStep) {
     visit({to_screen(parameters)});
     const ScriptStep up = key_press(Key::up), down = key_press(Key::down);
     visit({up, up, up, up, look([] { EXPECT_EQ(torque(0), 4); }), down, undo_step,
            look([] { EXPECT_EQ(torque(0), 4); }), undo_step, look([] { EXPECT_EQ(torque(0), 0); })});
 }
 
-TEST_F(SessionTest, KeysThatDoNothingNowAreMarked) {
+TEST_F(EditingTest, KeysThatDoNothingNowAreMarked) {
     const auto work = [](bool undo, bool redo) {
         return look([=] {
-            const std::vector<KeyHelp> rows = session_keys();
+            const std::vector<KeyHelp> rows = editing_keys();
             EXPECT_EQ(rows.at(0).works, undo);
             EXPECT_EQ(rows.at(1).works, redo);
         });
@@ -81,13 +81,13 @@ TEST_F(SessionTest, KeysThatDoNothingNowAreMarked) {
                                                      key_press(Key::escape), undo_step, work(false, true)});
 }
 
-TEST_F(SessionTest, AClickEndsARun) {
+TEST_F(EditingTest, AClickEndsARun) {
     visit({to_screen(parameters)});
     const ScriptStep up = key_press(Key::up);
     visit({up, click(20, 20), up, undo_step, look([] { EXPECT_EQ(torque(0), 1); })});
 }
 
-TEST_F(SessionTest, NothingIsTakenBackWhileAButtonIsDown) {
+TEST_F(EditingTest, NothingIsTakenBackWhileAButtonIsDown) {
     visit({to_screen(parameters)});
     const int point = point_at(100);
     visit(type_brakes("7") +
@@ -97,7 +97,7 @@ TEST_F(SessionTest, NothingIsTakenBackWhileAButtonIsDown) {
                                   brakes_are(7), undo_step, brakes_are(new_brakes)});
 }
 
-TEST_F(SessionTest, WhoeverLoadsOverUnsavedWorkGetsItBack) {
+TEST_F(EditingTest, WhoeverLoadsOverUnsavedWorkGetsItBack) {
     visit({to_screen(parameters)});
     visit(type_brakes("7") + std::vector<ScriptStep>{to_screen(files)} + load("brux") +
           std::vector<ScriptStep>{look([&] { EXPECT_EQ(window.title(), "Karosmit 1.0.4 - " + CARNAME); }), undo_step,
@@ -109,7 +109,7 @@ TEST_F(SessionTest, WhoeverLoadsOverUnsavedWorkGetsItBack) {
     visit(load("mine") + std::vector<ScriptStep>{brakes_are(7)});
 }
 
-TEST_F(SessionTest, AnUndoneLoadBindsTheItemsAgain) {
+TEST_F(EditingTest, AnUndoneLoadBindsTheItemsAgain) {
     visit(load("tarn") + std::vector<ScriptStep>{to_screen(dash), key_press(Key::tab)});
     const CarDocument before = DOCUMENT;
     visit({key_press(Key::delete_), look([] { EXPECT_EQ(DASHITEM[1].bitmap, 0); }), undo_step, look([&] {
@@ -119,7 +119,7 @@ TEST_F(SessionTest, AnUndoneLoadBindsTheItemsAgain) {
            })});
 }
 
-TEST_F(SessionTest, TheScreenStaysWhereItIs) {
+TEST_F(EditingTest, TheScreenStaysWhereItIs) {
     visit({to_screen(editor_3d), control(Key::p), typed("3"), undo_step, look([] {
                EXPECT_EQ(CURMODEL, 2);
                EXPECT_EQ(PAINTJOBS, initial_paint_jobs);
@@ -128,7 +128,7 @@ TEST_F(SessionTest, TheScreenStaysWhereItIs) {
            redo_step, look([] { EXPECT_EQ(PAINTJOBS, initial_paint_jobs + 1); }), says("Redone: paint job added")});
 }
 
-TEST_F(SessionTest, TheScreenShowsWhatWasPutBack) {
+TEST_F(EditingTest, TheScreenShowsWhatWasPutBack) {
     visit({to_screen(parameters)});
     const Point value{PTARGET[3].value_x, PTARGET[3].value_y};
     const auto shows = [value](const char* text) {
@@ -138,7 +138,7 @@ TEST_F(SessionTest, TheScreenShowsWhatWasPutBack) {
     visit(type_brakes("7") + std::vector<ScriptStep>{mouse_at(20, 20), shows("7 "), undo_step, shows("300")});
 }
 
-TEST_F(SessionTest, InATypedTextTheKeysActOnTheTextAlone) {
+TEST_F(EditingTest, InATypedTextTheKeysActOnTheTextAlone) {
     visit({to_screen(parameters)});
     const ScriptStep enter = key_press(Key::enter), open = click(200, 134), digit = typed("5");
     visit(type_brakes("7") + std::vector<ScriptStep>{open,
@@ -164,14 +164,14 @@ TEST_F(SessionTest, InATypedTextTheKeysActOnTheTextAlone) {
                                                      brakes_are(755)});
 }
 
-TEST_F(SessionTest, OnTheFilesScreenTheKeysAreTheCarsWhateverStandsInTheFields) {
+TEST_F(EditingTest, OnTheFilesScreenTheKeysAreTheCarsWhateverStandsInTheFields) {
     visit({to_screen(parameters)});
     visit(type_brakes("7") +
           std::vector<ScriptStep>{to_screen(files), typed("abcd"), undo_step, brakes_are(new_brakes),
                                   look([] { EXPECT_TRUE(screen_shows(90, 76, "abcd", colour::value)); })});
 }
 
-TEST_F(SessionTest, TheStripSaysWhichCarItIsAndWhetherItIsSaved) {
+TEST_F(EditingTest, TheStripSaysWhichCarItIsAndWhetherItIsSaved) {
     visit({fact(""), to_screen(parameters)});
     visit(type_brakes("7") + std::vector<ScriptStep>{fact("new car, unsaved"), undo_step, fact("")});
     visit(std::vector<ScriptStep>{to_screen(files)} + load("brux") +
@@ -180,7 +180,7 @@ TEST_F(SessionTest, TheStripSaysWhichCarItIsAndWhetherItIsSaved) {
           std::vector<ScriptStep>{fact("mine"), undo_step, fact("mine, unsaved"), redo_step, fact("mine")});
 }
 
-TEST_F(SessionTest, TheStripSaysWhyACarIsStillUnsaved) {
+TEST_F(EditingTest, TheStripSaysWhyACarIsStillUnsaved) {
     visit(
         load("brux") +
         std::vector<ScriptStep>{to_screen(editor_3d), control(Key::c), typed("4"), control(Key::v), to_screen(files)} +

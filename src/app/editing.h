@@ -7,8 +7,8 @@
 #include <vector>
 
 // The car as it is now is the one in which nothing can be taken back. What the screens' loop is to call from now on.
-LoopHooks begin_session();
+LoopHooks begin_editing();
 // The program ends, in whatever way: unsaved work is kept when this returns. Does no harm when it has ended before.
-void end_session();
+void end_editing();
 // The keys that it has on every screen.
-std::vector<KeyHelp> session_keys();
+std::vector<KeyHelp> editing_keys();

@@ -1,4 +1,4 @@
-#include "app/session.h"
+#include "app/editing.h"
 
 #include "app/history.h"
 #include "app/recovery.h"
@@ -19,12 +19,12 @@
 
 namespace {
 
-struct Session {
+struct Editing {
     History history{DOCUMENT};
     std::uint32_t saved_revision = 0; // that the strip shows
     Recovery recovery;
 };
-std::unique_ptr<Session> session;
+std::unique_ptr<Editing> editing;
 
 bool button_is_down(const Input& input) { return input.mouse.buttons != 0 || bar_mouse().buttons != 0; }
 
@@ -39,7 +39,7 @@ void show_car_fact() {
 
 void tell_what_changed() {
     show_car_fact();
-    session->recovery.changed();
+    editing->recovery.changed();
 }
 
 // What follows from a car that was put in another one's place. The title follows by itself.
@@ -56,55 +56,55 @@ void show_step(const char* done, const char* nothing, const std::string& words) 
     say(code_page_from_utf8(done + words));
 }
 
-void undo(Session& now) { show_step("Undone: ", "Nothing to undo", now.history.undo(DOCUMENT)); }
-void redo(Session& now) { show_step("Redone: ", "Nothing to redo", now.history.redo(DOCUMENT)); }
+void undo(Editing& now) { show_step("Undone: ", "Nothing to undo", now.history.undo(DOCUMENT)); }
+void redo(Editing& now) { show_step("Redone: ", "Nothing to redo", now.history.redo(DOCUMENT)); }
 
-bool can_undo(const Session& now) { return !nested_loop_runs() && now.history.can_undo(); }
-bool can_redo(const Session& now) { return !nested_loop_runs() && now.history.can_redo(); }
+bool can_undo(const Editing& now) { return !nested_loop_runs() && now.history.can_undo(); }
+bool can_redo(const Editing& now) { return !nested_loop_runs() && now.history.can_redo(); }
 
-constexpr KeyBinding<Session> keys[] = {
+constexpr KeyBinding<Editing> keys[] = {
     {{key::undo}, "takes back the last step, as far as the start of the program", undo, key::undo_label, can_undo},
     {{key::redo}, "brings it again", redo, key::redo_label, can_redo},
 };
 
 // A stroke or a drag that goes on is no step yet.
 bool take_key(const Input& input) {
-    const auto* const row = row_of(std::span<const KeyBinding<Session>>(keys), with_one_redo_key(input));
+    const auto* const row = row_of(std::span<const KeyBinding<Editing>>(keys), with_one_redo_key(input));
     if (!row || button_is_down(input)) return false;
-    row->action(*session);
+    row->action(*editing);
     return true;
 }
 
 void note_what_was_done(const Input& input) {
-    if (button_is_down(input)) return session->history.end_run();
-    const bool changed = session->history.note(DOCUMENT, input.key, timer());
-    if (!changed && session->saved_revision == saved_car_revision()) return;
-    session->saved_revision = saved_car_revision();
+    if (button_is_down(input)) return editing->history.end_run();
+    const bool changed = editing->history.note(DOCUMENT, input.key, timer());
+    if (!changed && editing->saved_revision == saved_car_revision()) return;
+    editing->saved_revision = saved_car_revision();
     tell_what_changed();
 }
 
-void keep_work(const Input& last) { session->recovery.waiting(last); }
+void keep_work(const Input& last) { editing->recovery.waiting(last); }
 
 } // namespace
 
-LoopHooks begin_session() {
+LoopHooks begin_editing() {
     begin_with_saved_car();
-    session = std::make_unique<Session>();
+    editing = std::make_unique<Editing>();
     return {.before = take_key, .after = note_what_was_done, .waiting = keep_work};
 }
 
-void end_session() {
-    if (!session) return;
-    session->recovery.finish();
+void end_editing() {
+    if (!editing) return;
+    editing->recovery.finish();
     set_loop_hooks({});
-    session.reset();
+    editing.reset();
 }
 
-std::vector<KeyHelp> session_keys() {
-    if (!session) return key_help("", keys).rows;
-    return key_help_now("", std::span<const KeyBinding<Session>>(keys), *session).rows;
+std::vector<KeyHelp> editing_keys() {
+    if (!editing) return key_help("", keys).rows;
+    return key_help_now("", std::span<const KeyBinding<Editing>>(keys), *editing).rows;
 }
 
 namespace {
-const ResetWithProgram registered([] { session.reset(); });
+const ResetWithProgram registered([] { editing.reset(); });
 }

@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-class SessionTest : public ScriptedTest {
+class EditingTest : public ScriptedTest {
 protected:
     TemporaryDirectory directory;
     CurrentDirectory inside{directory.path()};

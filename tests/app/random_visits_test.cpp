@@ -1,6 +1,6 @@
 // Visits at random on all screens: undo leads back to the start of the program, redo to the end of the visit, byte for
-// byte in all files. KAROSMIT_SESSIONS asks for more of them.
-#include "app/session_test.h"
+// byte in all files. KAROSMIT_RANDOM_VISITS asks for more of them.
+#include "app/editing_test.h"
 
 #include "base/reset.h"
 #include "base/shell.h"
@@ -15,8 +15,8 @@
 
 namespace {
 
-int sessions() {
-    const char* const asked = std::getenv("KAROSMIT_SESSIONS");
+int random_visits() {
+    const char* const asked = std::getenv("KAROSMIT_RANDOM_VISITS");
     return asked ? std::atoi(asked) : 25;
 }
 
@@ -93,9 +93,9 @@ private:
 
 } // namespace
 
-TEST_F(SessionTest, OfRandomVisitsUndoLeadsToTheStartAndRedoToTheEnd) {
+TEST_F(EditingTest, OfRandomVisitsUndoLeadsToTheStartAndRedoToTheEnd) {
     int all_steps = 0;
-    for (int seed = 1; seed <= sessions(); ++seed) {
+    for (int seed = 1; seed <= random_visits(); ++seed) {
         reset_program();
         SetUpWindow();
         start();
@@ -128,5 +128,5 @@ TEST_F(SessionTest, OfRandomVisitsUndoLeadsToTheStartAndRedoToTheEnd) {
         }
         all_steps += undone;
     }
-    EXPECT_GT(all_steps, 2 * sessions()) << "the visits hardly edit";
+    EXPECT_GT(all_steps, 2 * random_visits()) << "the visits hardly edit";
 }
