@@ -30,12 +30,13 @@ class Program : public ScriptedTest {
 protected:
     TemporaryDirectory directory;
     CurrentDirectory inside{directory.path()};
-    EnvironmentVariable home{"HOME"}, appdata{"APPDATA"};
+    EnvironmentVariable home{"HOME"}, appdata{"APPDATA"}, state{"XDG_STATE_HOME"};
 
     void SetUp() override {
         ScriptedTest::SetUp();
         home.set(directory / "home");
         appdata.unset();
+        state.set(directory / "state");
     }
 
     void start(const std::string& invocation_path = built_program) {
