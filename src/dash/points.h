@@ -58,3 +58,13 @@ bool can_by_key(const DashScreen& state) {
     return can(state, list);
 }
 inline bool edits_arc(const DashScreen& state) { return state.arcs; }
+
+// The rows of the keys that every list has.
+template <const PointList& list, int step>
+constexpr KeyBinding<DashScreen> selection_row(const char* key, const char* words) {
+    return {{key}, words, step_selection_by_key<list, step>, nullptr, can_step_selection_by_key<list, step>};
+}
+template <const PointList& list, int across, int down>
+constexpr KeyBinding<DashScreen> move_row(const char* key, const char* words) {
+    return {{key}, words, move_point_by_key<list, across, down>, nullptr, can_move_point_by_key<list, across, down>};
+}
