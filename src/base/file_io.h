@@ -75,6 +75,8 @@ struct SaveResult {
 // first takes its name. One that cannot be created does not stop the others; one that cannot be written to its end
 // leaves all as they were.
 std::vector<SaveResult> save_files(std::span<const FileToSave> files);
+// The same where the files are of use only together: whether all were saved, and otherwise why the first was not.
+bool save_all(std::span<const FileToSave> files, std::string& reason);
 
 // The bytes of a file, and whether they say less than what they were made of.
 struct EncodedFile {

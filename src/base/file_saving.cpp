@@ -228,6 +228,15 @@ std::vector<SaveResult> save_files(std::span<const FileToSave> files) {
     return results;
 }
 
+bool save_all(std::span<const FileToSave> files, std::string& reason) {
+    const std::vector<SaveResult> results = save_files(files);
+    const auto failed =
+        std::ranges::find_if(results, [](const SaveResult& result) { return result.outcome != SaveOutcome::saved; });
+    if (failed == results.end()) return true;
+    reason = failed->reason;
+    return false;
+}
+
 SaveOutcome save_file(const std::string& path, std::span<const std::byte> content, std::string* reason) {
     const FileToSave file{path, content};
     SaveResult result = std::move(save_files({&file, 1}).front());

@@ -6,6 +6,7 @@
 #include "base/reset.h"
 #include "base/state_folder.h"
 #include "base/text.h"
+#include "base/time_text.h"
 #include "formats/project_file.h"
 #include "formats/saved_car.h"
 #include "model/power_gear.h"
@@ -101,11 +102,7 @@ void remove_files(const std::string& stem) {
 // --- the line of text ----------------------------------------------------------------------------------------------
 
 std::string line_for(const CarDocument& car, const std::string& folder, std::time_t when) {
-    std::tm utc{};
-    ::gmtime_r(&when, &utc);
-    char time[sizeof "2024-11-21 18:32:05 UTC"] = "";
-    [[maybe_unused]] const auto length = std::strftime(time, sizeof time, time_format, &utc);
-    return std::string(time) + "\t" + utf8_from_code_page(car.name) + "\t" + folder + "\n";
+    return utc_text(when, time_format) + "\t" + utf8_from_code_page(car.name) + "\t" + folder + "\n";
 }
 
 // What is known without the line: when the project was written.
@@ -164,11 +161,7 @@ bool keep_work(const std::string& stem, const CarDocument& car, const std::strin
         {path_of(stem, line_end), std::as_bytes(std::span(line)), Readers::owner},
         {path_of(stem, project_end), project, Readers::owner},
     };
-    const std::vector<SaveResult> results = save_files(files);
-    const auto failed =
-        std::ranges::find_if(results, [](const auto& one) { return one.outcome != SaveOutcome::saved; });
-    if (failed != results.end()) reason = failed->reason;
-    return failed == results.end();
+    return save_all(files, reason);
 }
 
 void drop_kept_work(const std::string& stem) {
@@ -178,12 +171,8 @@ void drop_kept_work(const std::string& stem) {
 }
 
 std::string new_stem() {
-    const std::time_t now = std::time(nullptr);
-    std::tm utc{};
-    ::gmtime_r(&now, &utc);
-    char time[sizeof "20241121-183205"] = "";
-    [[maybe_unused]] const auto length = std::strftime(time, sizeof time, "%Y%m%d-%H%M%S", &utc);
-    const std::string start = std::string(stem_start) + time + "-" + std::to_string(::getpid());
+    const std::string start =
+        std::string(stem_start) + utc_text(std::time(nullptr), "%Y%m%d-%H%M%S") + "-" + std::to_string(::getpid());
     std::string stem = start;
     for (int number = 2; stems().contains(stem); ++number)
         stem = start + "-" + std::to_string(number);
@@ -202,11 +191,8 @@ std::vector<KeptWork> offered_works() {
 }
 
 std::string shown_work(const KeptWork& work) {
-    std::tm local{};
-    ::localtime_r(&work.when, &local);
-    char time[32] = "";
-    [[maybe_unused]] const auto length = std::strftime(time, sizeof time, "%e %b %H:%M", &local);
     const std::string name = work.car.empty() ? "a car without a name" : work.car.substr(0, listed_name_length);
+    const std::string time = local_text(work.when, "%e %b %H:%M");
     return "Unsaved: " + name + ", " + std::string(trimmed(time));
 }
 

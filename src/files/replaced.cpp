@@ -2,6 +2,7 @@
 
 #include "base/file_io.h"
 #include "base/state_folder.h"
+#include "base/time_text.h"
 #include "formats/saved_car.h"
 
 #include <algorithm>
@@ -16,15 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string now_as_name() {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    ::localtime_r(&now, &local);
-    char text[sizeof "2024-11-21-183205"] = "";
-    [[maybe_unused]] const auto length = std::strftime(text, sizeof text, "%Y-%m-%d-%H%M%S", &local);
-    return text;
-}
-
 std::vector<std::string> endangered(std::span<const std::string> paths) {
     std::vector<std::string> found;
     std::ranges::copy_if(paths, std::back_inserter(found),
@@ -37,7 +29,7 @@ std::string make_set(const std::string& name, std::string& reason) {
     constexpr int most_in_a_second = 100;
     const std::string all = state_folder().empty() ? "" : state_folder() + "/replaced";
     if (!make_private_folder(all, reason)) return {};
-    const std::string start = all + "/" + now_as_name() + "-" + name;
+    const std::string start = all + "/" + local_text(std::time(nullptr), "%Y-%m-%d-%H%M%S") + "-" + name;
     for (int number = 1; number < most_in_a_second; ++number) {
         std::string folder = number == 1 ? start : start + "-" + std::to_string(number);
         if (::mkdir(folder.c_str(), 0700) == 0) return folder;
@@ -60,12 +52,7 @@ bool copy_all(std::span<const std::string> paths, const std::string& folder, std
         contents.push_back(std::move(*content));
         copies.push_back({folder + "/" + fs::path(path).filename().string(), contents.back(), Readers::owner});
     }
-    const std::vector<SaveResult> results = save_files(copies);
-    const auto failed =
-        std::ranges::find_if(results, [](const auto& one) { return one.outcome != SaveOutcome::saved; });
-    if (failed == results.end()) return true;
-    reason = failed->reason;
-    return false;
+    return save_all(copies, reason);
 }
 
 // Their names begin with their time.
